@@ -1,0 +1,766 @@
+#include "QnXmlLib16/values/BigInteger.h"
+
+#include "QnXmlLib16/support/Exceptions.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <utility>
+
+namespace QnXmlLib16 {
+
+namespace {
+
+using Digits = CBigInteger::Digits;
+
+// Multiplication and division work on limbs of nine digits, least significant first, without zeros
+// at the top: an eightieth of the steps that single digits take, and a product of two limbs with
+// two carries fits into 64 bits.
+using Limbs = std::vector<std::uint32_t>;
+constexpr std::uint64_t kLimbBase = 1000000000;
+constexpr std::size_t kLimbDigits = 9;
+
+// A run of digits inside a vector.
+struct Run
+{
+    const char* pFirst;
+    const char* pEnd;
+
+    std::size_t Length() const { return static_cast<std::size_t>(pEnd - pFirst); }
+};
+
+// The digits of a magnitude without zeros at the top: none for zero.
+Run SignificantDigits(const Digits& vecDigits)
+{
+    const char* pFirst = vecDigits.data();
+    const char* pEnd = pFirst + vecDigits.size();
+    while (pEnd != pFirst && pEnd[-1] == 0) {
+        --pEnd;
+    }
+    return {pFirst, pEnd};
+}
+
+// Powers of ten are what decimals multiply and divide by. Taken off as zeros, they cost no more
+// than a copy.
+std::size_t CountLowZeros(const Run& run)
+{
+    const char* pDigit = run.pFirst;
+    while (pDigit != run.pEnd && *pDigit == 0) {
+        ++pDigit;
+    }
+    return static_cast<std::size_t>(pDigit - run.pFirst);
+}
+
+Limbs ToLimbs(const Run& run)
+{
+    Limbs limbs((run.Length() + kLimbDigits - 1) / kLimbDigits);
+    const char* pLow = run.pFirst;
+    for (std::uint32_t& nLimb : limbs) {
+        const char* pDigit = pLow + std::min<std::ptrdiff_t>(kLimbDigits, run.pEnd - pLow);
+        std::uint32_t nValue = 0;
+        while (pDigit != pLow) {
+            nValue = nValue * 10 + static_cast<std::uint32_t>(*--pDigit);
+        }
+        nLimb = nValue;
+        pLow += std::min<std::ptrdiff_t>(kLimbDigits, run.pEnd - pLow);
+    }
+    return limbs;
+}
+
+void AppendLimbs(const Limbs& limbs, Digits& vecDigits)
+{
+    vecDigits.reserve(vecDigits.size() + limbs.size() * kLimbDigits);
+    for (std::uint32_t nLimb : limbs) {
+        for (std::size_t i = 0; i < kLimbDigits; ++i) {
+            vecDigits.push_back(static_cast<char>(nLimb % 10));
+            nLimb /= 10;
+        }
+    }
+}
+
+Limbs MultiplyLimbs(const Limbs& a, const Limbs& b)
+{
+    Limbs product(a.size() + b.size());
+    for (std::size_t i = 0; i < b.size(); ++i) {
+        std::uint64_t nCarry = 0;
+        for (std::size_t j = 0; j < a.size(); ++j) {
+            nCarry += static_cast<std::uint64_t>(a[j]) * b[i] + product[i + j];
+            product[i + j] = static_cast<std::uint32_t>(nCarry % kLimbBase);
+            nCarry /= kLimbBase;
+        }
+        product[i + a.size()] = static_cast<std::uint32_t>(nCarry);
+    }
+    return product;
+}
+
+// Multiplies in place and returns the limb that is carried out of the top.
+std::uint32_t MultiplyByLimb(Limbs& limbs, std::uint32_t nFactor)
+{
+    std::uint64_t nCarry = 0;
+    for (std::uint32_t& nLimb : limbs) {
+        nCarry += static_cast<std::uint64_t>(nLimb) * nFactor;
+        nLimb = static_cast<std::uint32_t>(nCarry % kLimbBase);
+        nCarry /= kLimbBase;
+    }
+    return static_cast<std::uint32_t>(nCarry);
+}
+
+// Divides in place and returns the remainder.
+std::uint32_t DivideByLimb(Limbs& limbs, std::uint32_t nDivisor)
+{
+    std::uint64_t nRemainder = 0;
+    for (std::size_t i = limbs.size(); i-- > 0;) {
+        nRemainder = nRemainder * kLimbBase + limbs[i];
+        limbs[i] = static_cast<std::uint32_t>(nRemainder / nDivisor);
+        nRemainder %= nDivisor;
+    }
+    return static_cast<std::uint32_t>(nRemainder);
+}
+
+// Subtracts nFactor times the divisor from the limbs of the dividend that begin at pLow, one more
+// than the divisor has. False if the result came out one divisor below zero; the limbs then hold
+// it plus a power of the base, which AddBack takes out again.
+bool SubtractMultiple(std::uint32_t* pLow, const Limbs& divisor, std::uint64_t nFactor)
+{
+    std::uint64_t nBorrow = 0;
+    for (std::size_t i = 0; i < divisor.size(); ++i) {
+        nBorrow += nFactor * divisor[i];
+        const std::uint64_t nTake = nBorrow % kLimbBase;
+        nBorrow /= kLimbBase;
+        if (pLow[i] < nTake) {
+            pLow[i] += static_cast<std::uint32_t>(kLimbBase);
+            ++nBorrow;
+        }
+        pLow[i] -= static_cast<std::uint32_t>(nTake);
+    }
+    std::uint32_t& nTop = pLow[divisor.size()];
+    const bool bFits = nTop >= nBorrow;
+    nTop = static_cast<std::uint32_t>(nTop + (bFits ? 0 : kLimbBase) - nBorrow);
+    return bFits;
+}
+
+void AddBack(std::uint32_t* pLow, const Limbs& divisor)
+{
+    std::uint32_t nCarry = 0;
+    for (std::size_t i = 0; i < divisor.size(); ++i) {
+        nCarry += pLow[i] + divisor[i];
+        const bool bOver = nCarry >= kLimbBase;
+        pLow[i] = nCarry - (bOver ? static_cast<std::uint32_t>(kLimbBase) : 0);
+        nCarry = bOver ? 1 : 0;
+    }
+    pLow[divisor.size()] = 0;
+}
+
+// Long division (Knuth, The Art of Computer Programming, volume 2, algorithm D). The dividend
+// becomes the remainder; the quotient is returned. The divisor has no zero limb at the top.
+Limbs DivideLimbs(Limbs& dividend, Limbs divisor)
+{
+    if (divisor.size() == 1) {
+        Limbs quotient = std::move(dividend);
+        dividend.assign(1, DivideByLimb(quotient, divisor[0]));
+        return quotient;
+    }
+    // With the divisor's top limb at least half the base, a quotient limb that is guessed from the
+    // two top limbs is at most one too large.
+    const std::size_t n = divisor.size();
+    const auto nScale = static_cast<std::uint32_t>(kLimbBase / (divisor.back() + 1ULL));
+    MultiplyByLimb(divisor, nScale);
+    dividend.push_back(MultiplyByLimb(dividend, nScale));
+
+    Limbs quotient(dividend.size() - n);
+    for (std::size_t j = quotient.size(); j-- > 0;) {
+        std::uint32_t* const pLow = dividend.data() + j;
+        const std::uint64_t nTop = pLow[n] * kLimbBase + pLow[n - 1];
+        std::uint64_t nGuess = nTop / divisor[n - 1];
+        std::uint64_t nRest = nTop % divisor[n - 1];
+        while (nRest < kLimbBase &&
+               (nGuess >= kLimbBase || nGuess * divisor[n - 2] > nRest * kLimbBase + pLow[n - 2])) {
+            --nGuess;
+            nRest += divisor[n - 1];
+        }
+        if (!SubtractMultiple(pLow, divisor, nGuess)) {
+            --nGuess;
+            AddBack(pLow, divisor);
+        }
+        quotient[j] = static_cast<std::uint32_t>(nGuess);
+    }
+    dividend.resize(n);
+    DivideByLimb(dividend, nScale);
+    return quotient;
+}
+
+int SignOf(bool bNegative)
+{
+    return bNegative ? -1 : 1;
+}
+
+} // namespace
+
+CBigInteger::CBigInteger() : m_nSign(1), m_vecDigits(1, 0) {}
+
+CBigInteger::CBigInteger(int nValue) : m_nSign(SignOf(nValue < 0))
+{
+    const auto nBits = static_cast<unsigned int>(nValue);
+    Build(nValue < 0 ? 0U - nBits : nBits, m_vecDigits);
+}
+
+// Deliberate: a long keeps its sign and the low 32 bits of its magnitude, so that 4294967297 gives 1
+// and -4294967296 a negative zero. The long long forms are exact.
+// Pinned by BigIntegerBuilding.LongIsCutTo32Bits.
+CBigInteger::CBigInteger(long nValue) : m_nSign(SignOf(nValue < 0))
+{
+    const auto nBits = static_cast<unsigned long>(nValue);
+    Build(static_cast<unsigned int>(nValue < 0 ? 0UL - nBits : nBits), m_vecDigits);
+}
+
+CBigInteger::CBigInteger(long long nValue) : m_nSign(SignOf(nValue < 0))
+{
+    const auto nBits = static_cast<unsigned long long>(nValue);
+    BuildDWORDLONG(nValue < 0 ? 0ULL - nBits : nBits, m_vecDigits);
+}
+
+// Deliberate: cut to 32 bits, as the signed form. Pinned by BigIntegerBuilding.LongIsCutTo32Bits.
+CBigInteger::CBigInteger(unsigned long nValue) : m_nSign(1)
+{
+    Build(static_cast<unsigned int>(nValue), m_vecDigits);
+}
+
+CBigInteger::CBigInteger(unsigned long long nValue) : m_nSign(1)
+{
+    BuildDWORDLONG(nValue, m_vecDigits);
+}
+
+CBigInteger::CBigInteger(double dValue) : m_nSign(SignOf(dValue < 0))
+{
+    BuildDouble(std::fabs(dValue), m_vecDigits);
+    Clean(m_vecDigits);
+}
+
+CBigInteger::CBigInteger(int nSign, Digits&& vecDigits) noexcept
+    : m_nSign(nSign), m_vecDigits(std::move(vecDigits))
+{}
+
+CBigInteger::CBigInteger(const CBigInteger& other) = default;
+
+CBigInteger::CBigInteger(CBigInteger&& other) noexcept = default;
+
+CBigInteger& CBigInteger::operator=(const CBigInteger& other)
+{
+    m_vecDigits = other.m_vecDigits;
+    m_nSign = other.m_nSign;
+    return *this;
+}
+
+CBigInteger& CBigInteger::operator=(CBigInteger&& other) noexcept = default;
+
+CBigInteger::~CBigInteger() = default;
+
+std::string CBigInteger::ToString() const
+{
+    if (IsZero()) {
+        return "0";
+    }
+    std::string strText;
+    strText.reserve(m_vecDigits.size() + 1);
+    if (m_nSign == -1) {
+        strText.push_back('-');
+    }
+    AppendDigits(strText);
+    return strText;
+}
+
+void CBigInteger::Abs()
+{
+    m_nSign = 1;
+}
+
+CBigInteger CBigInteger::GetAbs() const
+{
+    CBigInteger result(*this);
+    result.Abs();
+    return result;
+}
+
+void CBigInteger::Negate()
+{
+    m_nSign = -m_nSign;
+}
+
+CBigInteger CBigInteger::GetNegative() const
+{
+    CBigInteger result(*this);
+    result.Negate();
+    return result;
+}
+
+// Deliberate: the unary minus changes its operand, so that b = -a negates a as well; GetNegative
+// doesn't. Pinned by BigIntegerSigns.UnaryMinusFlipsItsOperand.
+CBigInteger& CBigInteger::operator-()
+{
+    Negate();
+    return *this;
+}
+
+bool CBigInteger::IsZero() const
+{
+    return m_vecDigits.empty() || (m_vecDigits.size() == 1 && m_vecDigits[0] == 0);
+}
+
+std::size_t CBigInteger::GetDigitCount() const
+{
+    return Position(m_vecDigits);
+}
+
+bool CBigInteger::operator==(const CBigInteger& right) const
+{
+    return m_vecDigits == right.m_vecDigits && (IsZero() || m_nSign == right.m_nSign);
+}
+
+bool CBigInteger::operator!=(const CBigInteger& right) const
+{
+    return !(*this == right);
+}
+
+bool CBigInteger::operator<(const CBigInteger& right) const
+{
+    // Deliberate: different signs decide without a look at the digits. So -0 is below +0, although
+    // the two are equal. Pinned by BigIntegerSigns.NegativeZeroIsEqualToZeroAndBelowIt.
+    if (m_nSign != right.m_nSign) {
+        return m_nSign == -1;
+    }
+    return m_nSign == -1 ? Compare(right.m_vecDigits, m_vecDigits) == -1
+                         : Compare(m_vecDigits, right.m_vecDigits) == -1;
+}
+
+bool CBigInteger::operator>(const CBigInteger& right) const
+{
+    return right < *this;
+}
+
+bool CBigInteger::operator<=(const CBigInteger& right) const
+{
+    return !(*this > right);
+}
+
+bool CBigInteger::operator>=(const CBigInteger& right) const
+{
+    return !(*this < right);
+}
+
+CBigInteger CBigInteger::operator+(const CBigInteger& right) const
+{
+    CBigInteger result(*this);
+    result.AddSigned(right, 1);
+    return result;
+}
+
+CBigInteger CBigInteger::operator-(const CBigInteger& right) const
+{
+    CBigInteger result(*this);
+    result.AddSigned(right, -1);
+    return result;
+}
+
+CBigInteger CBigInteger::operator*(const CBigInteger& right) const
+{
+    // A zero product takes the product of the signs too: decimals keep the sign of -0.5 there.
+    Digits vecProduct;
+    Multiply(m_vecDigits, right.m_vecDigits, vecProduct);
+    return CBigInteger(m_nSign * right.m_nSign, std::move(vecProduct));
+}
+
+CBigInteger CBigInteger::operator/(const CBigInteger& right) const
+{
+    if (right.IsZero()) {
+        throw CQnInvalidValueException("ERROR: Overflow in operator/.");
+    }
+    return Quotient(right);
+}
+
+// Deliberate: / takes negative divisors, while %, /= and %= refuse them as they refuse zero.
+// Pinned by BigIntegerDivision.OnlyTheSlashTakesNegativeDivisors.
+CBigInteger CBigInteger::operator%(const CBigInteger& right) const
+{
+    if (right.IsZero() || right.m_nSign == -1) {
+        throw CQnInvalidValueException("ERROR: Overflow in operator%.");
+    }
+    return Remainder(right);
+}
+
+CBigInteger& CBigInteger::operator+=(const CBigInteger& right)
+{
+    AddSigned(right, 1);
+    return *this;
+}
+
+CBigInteger& CBigInteger::operator-=(const CBigInteger& right)
+{
+    AddSigned(right, -1);
+    return *this;
+}
+
+CBigInteger& CBigInteger::operator*=(const CBigInteger& right)
+{
+    return *this = *this * right;
+}
+
+CBigInteger& CBigInteger::operator/=(const CBigInteger& right)
+{
+    if (right.IsZero() || right.m_nSign == -1) {
+        throw CQnInvalidValueException("ERROR: Overflow in operator /=.");
+    }
+    return *this = Quotient(right);
+}
+
+CBigInteger& CBigInteger::operator%=(const CBigInteger& right)
+{
+    if (right.IsZero() || right.m_nSign == -1) {
+        throw CQnInvalidValueException("ERROR: Overflow in operator%=.");
+    }
+    return *this = Remainder(right);
+}
+
+CBigInteger::operator long long() const
+{
+    if (!IsInt64()) {
+        throw CQnInvalidValueException("ERROR: Value out of bound of LONGLONG.");
+    }
+    return ToInt64();
+}
+
+CBigInteger::operator int() const
+{
+    if (!IsInt32()) {
+        throw CQnInvalidValueException("ERROR: Value out of bound of int.");
+    }
+    return static_cast<int>(ToInt64());
+}
+
+CBigInteger CBigInteger::Pow10(unsigned int nExponent)
+{
+    Digits vecDigits;
+    Pow10(nExponent, vecDigits);
+    return CBigInteger(1, std::move(vecDigits));
+}
+
+CBigInteger CBigInteger::SquareRoot() const
+{
+    if (*this < CBigInteger()) {
+        throw CQnInvalidValueException("ERROR: Negative Number in function SquareRoot().");
+    }
+    // Newton's iteration falls from any start at or above the root until it has the whole part. A
+    // long value starts from the root of its upper digits, so that a step or two are enough and
+    // the whole costs no more than a few divisions.
+    constexpr std::size_t kShort = 16;
+    const std::size_t nDigits = GetDigitCount();
+    CBigInteger x;
+    if (nDigits <= kShort) {
+        x = Pow10(static_cast<unsigned int>((nDigits + 1) / 2));
+    }
+    else {
+        const auto nDropped = static_cast<unsigned int>(nDigits / 4);
+        const CBigInteger top = Quotient(Pow10(2 * nDropped));
+        x = (top.SquareRoot() + CBigInteger(1)) * Pow10(nDropped);
+    }
+    // Deliberate: the root of 0 brings x down to 0, and the division by it fails.
+    // Pinned by BigIntegerSquareRoot.OfZeroFailsInTheDivision.
+    const CBigInteger two(2);
+    CBigInteger previous;
+    do {
+        previous = std::move(x);
+        x = (previous + *this / previous) / two;
+    } while (x < previous);
+    return previous;
+}
+
+void CBigInteger::Clean(Digits& vecDigits)
+{
+    while (vecDigits.size() > 1 && vecDigits.back() == 0) {
+        vecDigits.pop_back();
+    }
+    if (vecDigits.empty()) {
+        vecDigits.push_back(0);
+    }
+}
+
+int CBigInteger::Compare(const Digits& vecA, const Digits& vecB)
+{
+    if (vecA.size() != vecB.size()) {
+        return vecA.size() < vecB.size() ? -1 : 1;
+    }
+    const auto difference = std::mismatch(vecA.rbegin(), vecA.rend(), vecB.rbegin());
+    if (difference.first == vecA.rend()) {
+        return 0;
+    }
+    return *difference.first < *difference.second ? -1 : 1;
+}
+
+std::size_t CBigInteger::Position(const Digits& vecDigits)
+{
+    return vecDigits.empty() ? 1 : vecDigits.size();
+}
+
+void CBigInteger::Add(const Digits& vecA, const Digits& vecB, Digits& vecOut)
+{
+    const Digits& vecLong = vecA.size() < vecB.size() ? vecB : vecA;
+    const Digits& vecShort = vecA.size() < vecB.size() ? vecA : vecB;
+    Digits vecSum;
+    vecSum.reserve(vecLong.size() + 1);
+    char nCarry = 0;
+    for (std::size_t i = 0; i < vecLong.size(); ++i) {
+        const int nSum = vecLong[i] + (i < vecShort.size() ? vecShort[i] : 0) + nCarry;
+        nCarry = nSum > 9 ? 1 : 0;
+        vecSum.push_back(static_cast<char>(nSum - 10 * nCarry));
+    }
+    if (nCarry != 0) {
+        vecSum.push_back(1);
+    }
+    vecOut = std::move(vecSum);
+}
+
+void CBigInteger::Subtract(const Digits& vecA, const Digits& vecB, Digits& vecOut)
+{
+    Digits vecDifference(vecA);
+    char nBorrow = 0;
+    for (std::size_t i = 0; i < vecDifference.size() && (i < vecB.size() || nBorrow != 0); ++i) {
+        const int nDigit = vecDifference[i] - (i < vecB.size() ? vecB[i] : 0) - nBorrow;
+        nBorrow = nDigit < 0 ? 1 : 0;
+        vecDifference[i] = static_cast<char>(nDigit + 10 * nBorrow);
+    }
+    Clean(vecDifference);
+    vecOut = std::move(vecDifference);
+}
+
+void CBigInteger::Multiply(const Digits& vecA, char nDigit, Digits& vecOut)
+{
+    if (nDigit == 0) {
+        vecOut.assign(1, 0);
+        return;
+    }
+    Digits vecProduct;
+    vecProduct.reserve(vecA.size() + 1);
+    int nCarry = 0;
+    for (const char nFactor : vecA) {
+        nCarry += nFactor * nDigit;
+        vecProduct.push_back(static_cast<char>(nCarry % 10));
+        nCarry /= 10;
+    }
+    if (nCarry != 0) {
+        vecProduct.push_back(static_cast<char>(nCarry));
+    }
+    vecOut = std::move(vecProduct);
+}
+
+void CBigInteger::Multiply(const Digits& vecA, const Digits& vecB, Digits& vecOut)
+{
+    Run a = SignificantDigits(vecA);
+    Run b = SignificantDigits(vecB);
+    if (a.Length() == 0 || b.Length() == 0) {
+        vecOut.assign(1, 0);
+        return;
+    }
+    const std::size_t nZerosA = CountLowZeros(a);
+    const std::size_t nZerosB = CountLowZeros(b);
+    a.pFirst += nZerosA;
+    b.pFirst += nZerosB;
+    Digits vecProduct(nZerosA + nZerosB, 0);
+    if (a.Length() == 1) {
+        std::swap(a, b);
+    }
+    if (b.Length() == 1 && *b.pFirst == 1) {
+        vecProduct.insert(vecProduct.end(), a.pFirst, a.pEnd);
+    }
+    else {
+        AppendLimbs(MultiplyLimbs(ToLimbs(a), ToLimbs(b)), vecProduct);
+        Clean(vecProduct);
+    }
+    vecOut = std::move(vecProduct);
+}
+
+void CBigInteger::ShiftLeft(Digits& vecDigits, int nCount)
+{
+    if (nCount > 0 && SignificantDigits(vecDigits).Length() != 0) {
+        vecDigits.insert(vecDigits.begin(), static_cast<std::size_t>(nCount), 0);
+    }
+}
+
+void CBigInteger::Pow10(unsigned int nExponent, Digits& vecDigits)
+{
+    Digits vecPower(static_cast<std::size_t>(nExponent) + 1, 0);
+    vecPower.back() = 1;
+    vecDigits = std::move(vecPower);
+}
+
+void CBigInteger::Divide(const Digits& vecA, const Digits& vecB, Digits& vecQuotient,
+                         Digits& vecRemainder)
+{
+    const Run a = SignificantDigits(vecA);
+    Run b = SignificantDigits(vecB);
+    if (b.Length() == 0) {
+        throw CQnInvalidValueException("ERROR: Overflow in operator/.");
+    }
+    Digits vecQ;
+    Digits vecR;
+    if (a.Length() < b.Length()) {
+        vecR.assign(a.pFirst, a.pEnd);
+    }
+    else {
+        // As many low digits of the dividend as the divisor has low zeros pass to the remainder.
+        const std::size_t nZeros = CountLowZeros(b);
+        b.pFirst += nZeros;
+        const Run top = {a.pFirst + nZeros, a.pEnd};
+        vecR.assign(a.pFirst, top.pFirst);
+        if (b.Length() == 1 && *b.pFirst == 1) {
+            vecQ.assign(top.pFirst, top.pEnd);
+        }
+        else {
+            Limbs remainder = ToLimbs(top);
+            AppendLimbs(DivideLimbs(remainder, ToLimbs(b)), vecQ);
+            AppendLimbs(remainder, vecR);
+        }
+    }
+    Clean(vecQ);
+    Clean(vecR);
+    vecQuotient = std::move(vecQ);
+    vecRemainder = std::move(vecR);
+}
+
+void CBigInteger::Build(const std::string& strText, Digits& vecDigits)
+{
+    auto it = strText.rbegin();
+    while (it != strText.rend() && *it >= '0' && *it <= '9') {
+        ++it;
+    }
+    Digits vecRead;
+    vecRead.reserve(static_cast<std::size_t>(it - strText.rbegin()));
+    for (auto itDigit = strText.rbegin(); itDigit != it; ++itDigit) {
+        vecRead.push_back(static_cast<char>(*itDigit - '0'));
+    }
+    vecDigits = std::move(vecRead);
+}
+
+void CBigInteger::Build(unsigned int nValue, Digits& vecDigits)
+{
+    BuildDWORDLONG(nValue, vecDigits);
+}
+
+void CBigInteger::BuildDWORDLONG(unsigned long long nValue, Digits& vecDigits)
+{
+    vecDigits.clear();
+    do {
+        vecDigits.push_back(static_cast<char>(nValue % 10));
+        nValue /= 10;
+    } while (nValue != 0);
+}
+
+void CBigInteger::BuildDouble(double dValue, Digits& vecDigits)
+{
+    if (std::isinf(dValue)) {
+        throw CQnInvalidValueException("ERROR: Infinite value.");
+    }
+    vecDigits.clear();
+    if (std::isnan(dValue)) {
+        return;
+    }
+    // Deliberate: the digits are those of repeated division in double, which beyond 2^53 is not the
+    // exact expansion. Pinned by BigIntegerBuilding.DoubleBeyondItsPrecision.
+    double dRest = std::ceil(dValue - 0.5);
+    do {
+        vecDigits.push_back(dRest > 0 ? static_cast<char>(std::fmod(dRest, 10)) : 0);
+        dRest = std::trunc(dRest / 10);
+    } while (dRest > 0);
+}
+
+CBigInteger CBigInteger::Quotient(const CBigInteger& right) const
+{
+    if (IsZero()) {
+        return CBigInteger();
+    }
+    Digits vecQuotient;
+    Digits vecRemainder;
+    Divide(m_vecDigits, right.m_vecDigits, vecQuotient, vecRemainder);
+    return CBigInteger(m_nSign * right.m_nSign, std::move(vecQuotient));
+}
+
+CBigInteger CBigInteger::Remainder(const CBigInteger& right) const
+{
+    if (IsZero()) {
+        return CBigInteger();
+    }
+    Digits vecQuotient;
+    Digits vecRemainder;
+    Divide(m_vecDigits, right.m_vecDigits, vecQuotient, vecRemainder);
+    return CBigInteger(m_nSign, std::move(vecRemainder));
+}
+
+int CBigInteger::Signum() const
+{
+    return IsZero() ? 0 : m_nSign;
+}
+
+void CBigInteger::AppendDigits(std::string& strText) const
+{
+    for (auto it = m_vecDigits.rbegin(); it != m_vecDigits.rend(); ++it) {
+        strText.push_back(static_cast<char>('0' + *it));
+    }
+}
+
+bool CBigInteger::IsWithin(const char* pszMaxTop, const char* pszMinTop, std::size_t nLength) const
+{
+    if (m_vecDigits.size() != nLength) {
+        return m_vecDigits.size() < nLength;
+    }
+    const char* pszTop = m_nSign == -1 ? pszMinTop : pszMaxTop;
+    for (auto it = m_vecDigits.rbegin(); it != m_vecDigits.rend(); ++it) {
+        const int nBound = *pszTop != '\0' ? *pszTop++ - '0' : 0;
+        if (*it != nBound) {
+            return *it < nBound;
+        }
+    }
+    return true;
+}
+
+bool CBigInteger::IsInt32() const
+{
+    return IsWithin("2147483647", "2147483648", 10);
+}
+
+bool CBigInteger::IsInt64() const
+{
+    return IsWithin("9223372036854775807", "9223372036854775808", 19);
+}
+
+bool CBigInteger::IsDoubleRange() const
+{
+    return IsWithin("17", "17", 309);
+}
+
+long long CBigInteger::ToInt64() const
+{
+    // Summed on the side of its sign, so that the minimum fits.
+    long long nValue = 0;
+    for (auto it = m_vecDigits.rbegin(); it != m_vecDigits.rend(); ++it) {
+        nValue = nValue * 10 + m_nSign * *it;
+    }
+    return nValue;
+}
+
+void CBigInteger::AddSigned(const CBigInteger& right, int nRightSign)
+{
+    const int nSign = right.m_nSign * nRightSign;
+    if (m_nSign == nSign) {
+        Add(m_vecDigits, right.m_vecDigits, m_vecDigits);
+        return;
+    }
+    const int nOrder = Compare(m_vecDigits, right.m_vecDigits);
+    if (nOrder < 0) {
+        Subtract(right.m_vecDigits, m_vecDigits, m_vecDigits);
+        m_nSign = nSign;
+    }
+    else {
+        Subtract(m_vecDigits, right.m_vecDigits, m_vecDigits);
+        m_nSign = nOrder == 0 ? 1 : m_nSign;
+    }
+}
+
+} // namespace QnXmlLib16

@@ -1,0 +1,173 @@
+#pragma once
+
+#include "QnXmlLib16/support/Export.h"
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+namespace QnXmlLib16 {
+
+class CDecimal;
+
+// A whole number of any length: the value of xs:integer and its derived types (XML Schema Part 2,
+// 3.3.13), and the arithmetic base of CDecimal.
+//
+// The number is kept in decimal, one digit per element, so that text converts by copying and the
+// cost falls on arithmetic: addition and comparison are linear in the digits, multiplication,
+// division and root at most quadratic. Zero may carry either sign; the operators say where that
+// shows.
+//
+// A value: copies share nothing. One object, one thread at a time; the constants may be read by
+// all. A value that was moved from may only be assigned or destroyed.
+//
+// Every failure is a CQnInvalidValueException, and leaves the operands as they were.
+//
+// The conversions in both directions are implicit, so that an operator with a built-in number on
+// one side is ambiguous to the compiler: write a + CBigInteger(1).
+class QNXML_API CBigInteger
+{
+public:
+    // A digit is a number from 0 to 9, not a character; the least significant one comes first.
+    using Digits = std::vector<char>;
+
+    // The 32-bit bounds, also where long has 64 bits.
+    static const CBigInteger MAX_LONG; // 2147483647
+    static const CBigInteger MIN_LONG; // -2147483648
+
+    static const CBigInteger MAX_LONGLONG; // 9223372036854775807
+    static const CBigInteger MIN_LONGLONG; // -9223372036854775808
+
+    // 17 followed by 307 zeros and its negative: a little inside the limits of double.
+    static const CBigInteger MAX_DOUBLE;
+    static const CBigInteger MIN_DOUBLE;
+
+    CBigInteger(); // 0
+    CBigInteger(int nValue);
+    // The two long forms keep the low 32 bits of the magnitude only.
+    CBigInteger(long nValue);
+    CBigInteger(long long nValue);
+    CBigInteger(unsigned long nValue);
+    CBigInteger(unsigned long long nValue);
+    // Rounds to the nearest whole number, a half towards zero. Beyond 2^53 the low digits are those
+    // of repeated division in double. A NaN gives 0; an infinity fails with "ERROR: Infinite
+    // value.".
+    CBigInteger(double dValue);
+    CBigInteger(const char* pszText);   // as Parse
+    CBigInteger(const CDecimal& value); // rounds as CDecimal::ToBigInteger
+    CBigInteger(const CBigInteger& other);
+    CBigInteger(CBigInteger&& other) noexcept;
+    CBigInteger& operator=(const CBigInteger& other);
+    CBigInteger& operator=(CBigInteger&& other) noexcept;
+    virtual ~CBigInteger();
+
+    // Replaces the value by the one that a text stands for. A text of digits, signs and white space
+    // gives the digits at its end, up to the first other character from there, with the sign of its
+    // first character: "1 2" is 2, "12-" is 0; blanks at both ends don't count, an empty text is 0.
+    // Any other text is read as a CDecimal and rounded: "12.6" is 13. Fails as CDecimal::Parse.
+    void Parse(const char* pszText);
+
+    // Digits without leading zeros, "-" in front of a negative value; "0" for either zero.
+    std::string ToString() const;
+
+    void Abs();
+    CBigInteger GetAbs() const;
+    void Negate();
+    CBigInteger GetNegative() const;
+    // Negates this object and returns it.
+    CBigInteger& operator-();
+
+    bool IsZero() const;
+    // The number of decimal digits of the magnitude; 1 for zero.
+    std::size_t GetDigitCount() const;
+
+    // The two zeros are equal, yet the negative one is below the positive one.
+    bool operator==(const CBigInteger& right) const;
+    bool operator!=(const CBigInteger& right) const;
+    bool operator<(const CBigInteger& right) const;
+    bool operator>(const CBigInteger& right) const;
+    bool operator<=(const CBigInteger& right) const;
+    bool operator>=(const CBigInteger& right) const;
+
+    // Division truncates towards zero, and a remainder has the sign of the dividend. A divisor of
+    // zero fails in all four of / % /= %=, a negative divisor in % /= %=:
+    // "ERROR: Overflow in operator/.", "ERROR: Overflow in operator%.",
+    // "ERROR: Overflow in operator /=.", "ERROR: Overflow in operator%=.".
+    CBigInteger operator+(const CBigInteger& right) const;
+    CBigInteger operator-(const CBigInteger& right) const;
+    CBigInteger operator*(const CBigInteger& right) const;
+    CBigInteger operator/(const CBigInteger& right) const;
+    CBigInteger operator%(const CBigInteger& right) const;
+    CBigInteger& operator+=(const CBigInteger& right);
+    CBigInteger& operator-=(const CBigInteger& right);
+    CBigInteger& operator*=(const CBigInteger& right);
+    CBigInteger& operator/=(const CBigInteger& right);
+    CBigInteger& operator%=(const CBigInteger& right);
+
+    // Fails with "ERROR: Value out of bound of LONGLONG." outside 64 bits.
+    operator long long() const;
+    // Fails with "ERROR: Value out of bound of int." outside 32 bits.
+    operator int() const;
+
+    // 10 to the power nExponent.
+    static CBigInteger Pow10(unsigned int nExponent);
+
+    // The whole part of the root. A negative value and -0 fail with
+    // "ERROR: Negative Number in function SquareRoot().", +0 with "ERROR: Overflow in operator/.".
+    CBigInteger SquareRoot() const;
+
+    // Workers on magnitudes. A result may be the same object as an argument.
+
+    // Takes zeros off the top; an empty vector becomes the digit 0.
+    static void Clean(Digits& vecDigits);
+    // -1, 0 or 1. Both sides are clean.
+    static int Compare(const Digits& vecA, const Digits& vecB);
+    // The number of digits, 1 for an empty vector.
+    static std::size_t Position(const Digits& vecDigits);
+    static void Add(const Digits& vecA, const Digits& vecB, Digits& vecOut);
+    // vecA is not smaller than vecB.
+    static void Subtract(const Digits& vecA, const Digits& vecB, Digits& vecOut);
+    static void Multiply(const Digits& vecA, char nDigit, Digits& vecOut);
+    static void Multiply(const Digits& vecA, const Digits& vecB, Digits& vecOut);
+    // Multiplies by 10 to the power nCount; a count below 1 changes nothing.
+    static void ShiftLeft(Digits& vecDigits, int nCount);
+    static void Pow10(unsigned int nExponent, Digits& vecDigits);
+    // The two results are two objects. A zero divisor fails with "ERROR: Overflow in operator/.".
+    static void Divide(const Digits& vecA, const Digits& vecB, Digits& vecQuotient,
+                       Digits& vecRemainder);
+    // Reads digits from the end of the text and stops at the first other character. No digit there
+    // leaves the vector empty; zeros at the top stay.
+    static void Build(const std::string& strText, Digits& vecDigits);
+    static void Build(unsigned int nValue, Digits& vecDigits);
+    static void BuildDWORDLONG(unsigned long long nValue, Digits& vecDigits);
+    // Of a value not below 0, rounded as in the constructor; a NaN leaves the vector empty.
+    static void BuildDouble(double dValue, Digits& vecDigits);
+
+private:
+    friend class CDecimal;
+
+    CBigInteger(int nSign, Digits&& vecDigits) noexcept;
+
+    // The operators behind their refusals: a zero dividend gives +0; else a zero quotient has the sign
+    // of any quotient and a zero remainder that of the dividend.
+    CBigInteger Quotient(const CBigInteger& right) const;
+    CBigInteger Remainder(const CBigInteger& right) const;
+    int Signum() const;                            // -1, 0 or 1; 0 for either zero
+    void AppendDigits(std::string& strText) const; // of the magnitude, from the top
+    // Whether the value lies within the bounds of nLength digits that begin as told and go on with
+    // zeros. Bounds are tested so, that no conversion needs an object built at load.
+    bool IsWithin(const char* pszMaxTop, const char* pszMinTop, std::size_t nLength) const;
+    bool IsInt32() const;
+    bool IsInt64() const;
+    bool IsDoubleRange() const; // MIN_DOUBLE to MAX_DOUBLE
+    // Requires IsInt64().
+    long long ToInt64() const;
+    // Adds right with its sign multiplied by nRightSign.
+    void AddSigned(const CBigInteger& right, int nRightSign);
+
+    int m_nSign; // 1 or -1
+    // At least one digit; the top one is not 0 unless the value is the single digit 0.
+    Digits m_vecDigits;
+};
+
+} // namespace QnXmlLib16
