@@ -1,0 +1,515 @@
+#include "QnXmlLib16/collections/Element.h"
+
+#include "QnXmlLib16/binding/SerializationContext.h"
+#include "QnXmlLib16/binding/XmlObjectHelper.h"
+#include "QnXmlLib16/collections/internal/ElementTree.h"
+#include "QnXmlLib16/support/Exceptions.h"
+#include "QnXmlLib16/support/Functions.h"
+#include "QnXmlLib16/support/TextStream.h"
+#include "QnXmlLib16/values/BinaryData.h"
+#include "QnXmlLib16/xml/XmlAttribute.h"
+#include "QnXmlLib16/xml/XmlDocument.h"
+#include "QnXmlLib16/xml/XmlElement.h"
+#include "QnXmlLib16/xml/XmlTextWriter.h"
+
+#include <cstring>
+#include <typeinfo>
+
+namespace QnXmlLib16 {
+
+namespace {
+
+const std::string& EmptyText()
+{
+    static const std::string strEmpty;
+    return strEmpty;
+}
+
+std::shared_ptr<const std::string> Share(std::string strText)
+{
+    if (strText.empty())
+        return nullptr;
+    return std::make_shared<const std::string>(std::move(strText));
+}
+
+bool IsKeyword(const char* pszNamespace)
+{
+    for (const char* pszKeyword : {"##any", "##other", "##local", "##targetNamespace"}) {
+        if (std::strcmp(pszNamespace, pszKeyword) == 0)
+            return true;
+    }
+    return false;
+}
+
+} // namespace
+
+CElement::CElement() : CInstanceMonitor("CElement") {}
+
+CElement::CElement(const char* pszName) : CElement()
+{
+    Init(pszName, "", "##any", "");
+}
+
+CElement::CElement(const char* pszName, const char* pszNamespace) : CElement()
+{
+    if (pszNamespace && IsKeyword(pszNamespace)) {
+        throw CQnInvalidNamespaceException(FormatString("Invalid Namespace [%s].", pszNamespace),
+                                           "");
+    }
+    Init(pszName, pszNamespace, pszNamespace, "");
+}
+
+CElement::CElement(const char* pszName, const char* pszNamespace, const char* pszRestriction,
+                   const char* pszTargetNamespace)
+    : CElement()
+{
+    Init(pszName, pszNamespace, pszRestriction, pszTargetNamespace);
+}
+
+CElement::CElement(CXmlObjectBase* pObject, const char* pszDefaultNamespace) : CElement()
+{
+    if (!pObject)
+        throw CQnInvalidParamException("The object to copy may not be NULL");
+    if (pszDefaultNamespace)
+        m_pDefaultNamespace = Share(pszDefaultNamespace);
+    CSerializationContext context;
+    context.SetDefaultNamespaceURI(pszDefaultNamespace);
+    const CBinaryData data = pObject->ToXmlStream(false, false, XmlEncoding_UTF8, EOLType_LF,
+                                                  context, CompressionType_None);
+    CXmlDocument document(context);
+    document.LoadXmlStream(data.GetData(), data.GetLength());
+    CopyXmlElement(document.GetDocumentElement());
+}
+
+CElement::~CElement() = default;
+
+void CElement::Init(const char* pszName, const char* pszNamespace, const char* pszRestriction,
+                    const char* pszTargetNamespace)
+{
+    if (!pszName)
+        throw CQnInvalidNamespaceException("Element Name must have a value", "");
+    if (!pszRestriction)
+        throw CQnInvalidNamespaceException("Namespace Restriction must have a value", "");
+    if (!pszTargetNamespace)
+        throw CQnInvalidNamespaceException("Target Namespace must have a value", "");
+
+    std::string strName(pszName);
+    Rules rules{pszRestriction, pszTargetNamespace, pszNamespace ? pszNamespace : ""};
+    CXmlObjectHelper::TestNamespace(rules.m_strCollectionNamespace, rules.m_strRestriction,
+                                    rules.m_strTargetNamespace);
+    SharedText pNamespace = Share(rules.m_strCollectionNamespace);
+    std::shared_ptr<const Rules> pRules;
+    if (rules.m_strRestriction != "##any" || pNamespace || !rules.m_strTargetNamespace.empty())
+        pRules = std::make_shared<const Rules>(std::move(rules));
+
+    m_strName.swap(strName);
+    m_pNamespace.swap(pNamespace);
+    m_pRules.swap(pRules);
+    m_pAttributes.Reset();
+    m_pElements.Reset();
+}
+
+CXmlObjectBase* CElement::GetBase()
+{
+    return this;
+}
+
+// Deliberate: the target namespace that the restriction refers to is not told by either of these.
+// Pinned by ElementConstruction.NamespacesAreThoseOfTheElement.
+std::string CElement::GetTargetNamespace() const
+{
+    return GetNamespaceText();
+}
+
+std::string CElement::GetNamespace() const
+{
+    return GetNamespaceText();
+}
+
+CSmartPtr<CElement> CElement::Clone() const
+{
+    return Tree::Clone(*this);
+}
+
+void CElement::CopyXmlElement(CXmlElement* pSource)
+{
+    if (!pSource)
+        throw CQnInvalidParamException("The element to copy may not be NULL");
+    Tree::Builder builder;
+    m_strName = pSource->GetLocalName();
+    m_pNamespace = builder.ShareNamespace(pSource->GetNamespaceURI());
+    m_strText = pSource->GetText();
+    if (m_pAttributes)
+        m_pAttributes->Clear();
+    if (m_pElements)
+        m_pElements->Clear();
+    for (const CXmlAttribute* pAttribute : pSource->GetAttributes()) {
+        Attributes().Add(pAttribute->GetLocalName().c_str(), pAttribute->GetValue().c_str(),
+                         pAttribute->GetNamespaceURI().c_str());
+        if (pAttribute->GetLocalName() == "xmlns")
+            m_pDefaultNamespace = Share(pAttribute->GetValue());
+    }
+    for (const CXmlElement* pChild = pSource->GetFirstElement(); pChild;
+         pChild = pChild->GetNextSiblingElement()) {
+        Elements().Add(builder.Build(*pChild).GetPtr());
+    }
+}
+
+void CElement::SetNamespaceRestrictions(const char* pszRestriction, const char* pszTargetNamespace)
+{
+    const std::string strRestriction(pszRestriction ? pszRestriction : "");
+    const std::string strTargetNamespace(pszTargetNamespace ? pszTargetNamespace : "");
+    std::vector<const CNode*> vecNext; // on each level, the child to be tested next
+    const CElement* pElement = this;
+    while (pElement) {
+        try {
+            CXmlObjectHelper::TestNamespace(pElement->GetNamespaceText(), strRestriction,
+                                            strTargetNamespace);
+        }
+        catch (const CQnException&) {
+            throw new CQnInvalidNamespaceException(
+                FormatString("The namespace %s in the class %s is invalid against restriction %s",
+                             pElement->m_strName.c_str(), pElement->GetNamespaceText().c_str(),
+                             strRestriction.c_str()),
+                "");
+        }
+        if (pElement->m_pAttributes) {
+            for (CNode* pNode = pElement->m_pAttributes->begin(); pNode; pNode = pNode->GetNext()) {
+                if (pNode->GetItem()) {
+                    CXmlObjectHelper::TestNamespace(pNode->GetItem()->GetNamespace(),
+                                                    strRestriction, strTargetNamespace);
+                }
+            }
+        }
+        if (pElement->m_pElements)
+            vecNext.push_back(pElement->m_pElements->begin());
+        pElement = nullptr;
+        while (!pElement && !vecNext.empty()) {
+            if (const CNode* pNode = vecNext.back()) {
+                vecNext.back() = pNode->GetNext();
+                pElement = dynamic_cast<const CElement*>(pNode->GetItem());
+            }
+            else {
+                vecNext.pop_back();
+            }
+        }
+    }
+}
+
+void CElement::FromXml(const char* pszXml)
+{
+    CXmlDocument document;
+    document.LoadXml(pszXml ? pszXml : "");
+    CXmlElement* const pRoot = document.GetDocumentElement();
+    FromXml_Int(pRoot, pRoot, CSerializationContext::m_defaultContext, false);
+}
+
+void CElement::SetName(const char* pszName)
+{
+    FireOnChangeName(pszName);
+    m_strName = pszName ? pszName : "";
+}
+
+void CElement::SetText(const char* pszText)
+{
+    FireOnChangeText(pszText);
+    m_strText = pszText ? pszText : "";
+}
+
+void CElement::SetNamespace(const char* pszNamespace)
+{
+    FireOnChangeNamespace(pszNamespace);
+    m_pNamespace = Share(pszNamespace ? pszNamespace : "");
+}
+
+const std::string& CElement::GetDefaultNamespace() const noexcept
+{
+    return m_pDefaultNamespace ? *m_pDefaultNamespace : EmptyText();
+}
+
+CSmartPtr<CAttributeCol> CElement::GetAttributes() const
+{
+    return &Attributes();
+}
+
+CSmartPtr<CElementCol> CElement::GetElements() const
+{
+    return &Elements();
+}
+
+void CElement::FireOnChangeName(const char* /*pszName*/) {}
+
+void CElement::FireOnChangeNamespace(const char* /*pszNamespace*/) {}
+
+void CElement::FireOnChangeText(const char* /*pszText*/) {}
+
+void CElement::ToXml_Int(CXmlWriter* pWriter, bool /*bIsRoot*/, const char* pszTargetNamespace,
+                         const CSerializationContext& context, bool /*bOptionalChoice*/) const
+{
+    Tree::Write(*this, *pWriter, pszTargetNamespace, context);
+}
+
+CXmlElement* CElement::FromXml_Int(CXmlElement* /*pParent*/, CXmlElement* pCurrent,
+                                   const CSerializationContext& context, bool /*bOptionalChoice*/)
+{
+    if (!pCurrent)
+        return nullptr;
+    const Rules& rules = GetRules();
+    if (!CXmlObjectHelper::IsNamespaceValid(pCurrent->GetNamespaceURI(), rules.m_strRestriction,
+                                            rules.m_strTargetNamespace)) {
+        return pCurrent;
+    }
+    CXmlElement* const pFirst = pCurrent->GetFirstElement();
+    if (!pCurrent->GetAttributes().empty())
+        CXmlObjectBase::FromXml_Int(&Attributes(), pCurrent, pFirst, context);
+    if (pFirst && CXmlObjectBase::FromXml_Int(&Elements(), pCurrent, pFirst, context)) {
+        throw CQnValidationException(
+            FormatString("Invalid Element [%s] found.", pCurrent->GetLocalName().c_str()),
+            pCurrent->GetXPath());
+    }
+    m_strText = pCurrent->GetText();
+    m_strName = pCurrent->GetLocalName();
+    m_pNamespace = Share(pCurrent->GetNamespaceURI());
+    return pCurrent->GetNextSiblingElement();
+}
+
+const CElement::Rules& CElement::GetRules() const noexcept
+{
+    static const Rules anyRules{"##any", "", ""};
+    return m_pRules ? *m_pRules : anyRules;
+}
+
+const std::string& CElement::GetNamespaceText() const noexcept
+{
+    return m_pNamespace ? *m_pNamespace : EmptyText();
+}
+
+CAttributeCol& CElement::Attributes() const
+{
+    if (!m_pAttributes) {
+        const Rules& rules = GetRules();
+        m_pAttributes = new CAttributeCol(rules.m_strCollectionNamespace.c_str(), "##any",
+                                          rules.m_strTargetNamespace.c_str());
+    }
+    return *m_pAttributes;
+}
+
+CElementCol& CElement::Elements() const
+{
+    if (!m_pElements) {
+        const Rules& rules = GetRules();
+        m_pElements = new CElementCol(rules.m_strCollectionNamespace.c_str(), "##any",
+                                      rules.m_strTargetNamespace.c_str(), 0, -1);
+    }
+    return *m_pElements;
+}
+
+// ---- Building from a document
+
+CSmartPtr<CElement> CElement::Tree::Builder::Build(const CXmlElement& source)
+{
+    CSmartPtr<CElement> pRoot = BuildWithoutChildren(source);
+    m_vecStack.clear();
+    if (const CXmlElement* pFirst = source.GetFirstElement())
+        m_vecStack.push_back({&pRoot->Elements(), pFirst});
+    while (!m_vecStack.empty()) {
+        Frame& top = m_vecStack.back();
+        const CXmlElement* const pSource = top.m_pNext;
+        if (!pSource) {
+            m_vecStack.pop_back();
+            continue;
+        }
+        top.m_pNext = pSource->GetNextSiblingElement();
+        const CSmartPtr<CElement> pElement = BuildWithoutChildren(*pSource);
+        top.m_pChildren->AppendItem(pElement.GetPtr());
+        if (const CXmlElement* pFirst = pSource->GetFirstElement())
+            m_vecStack.push_back({&pElement->Elements(), pFirst});
+    }
+    return pRoot;
+}
+
+CSmartPtr<CElement> CElement::Tree::Builder::BuildWithoutChildren(const CXmlElement& source)
+{
+    CSmartPtr<CElement> pElement(new CElement);
+    const Known& known = Know(source.GetNamespaceURI());
+    pElement->m_pNamespace = known.m_pText;
+    pElement->m_pRules = known.m_pRules;
+    pElement->m_strName = source.GetLocalName();
+    pElement->m_strText = source.GetText();
+    for (const CXmlAttribute* pSource : source.GetAttributes()) {
+        const CSmartPtr<CAttribute> pAttribute(new CAttribute(pSource->GetLocalName().c_str(),
+                                                              pSource->GetValue().c_str(),
+                                                              pSource->GetNamespaceURI().c_str()));
+        pElement->Attributes().Add(pAttribute.GetPtr());
+        if (!m_pTargetNamespace && pSource->GetLocalName() == "xmlns")
+            pElement->m_pDefaultNamespace = Share(pSource->GetValue());
+    }
+    return pElement;
+}
+
+const CElement::Tree::Builder::Known& CElement::Tree::Builder::Know(const std::string& strNamespace)
+{
+    if (m_pLast && m_pLast->first == strNamespace)
+        return m_pLast->second;
+    const auto [it, bNew] = m_mapKnown.try_emplace(strNamespace);
+    m_pLast = &*it;
+    if (bNew) {
+        it->second.m_pText = Share(strNamespace);
+        if (m_pTargetNamespace && !(strNamespace.empty() && m_pTargetNamespace->empty())) {
+            it->second.m_pRules =
+                std::make_shared<const Rules>(Rules{"##any", *m_pTargetNamespace, strNamespace});
+        }
+    }
+    return it->second;
+}
+
+// ---- Cloning
+
+struct CElement::Tree::CloneFrame
+{
+    CElementCol* m_pChildren;
+    const CNode* m_pNext;
+};
+
+CSmartPtr<CElement> CElement::Tree::Clone(const CElement& source)
+{
+    CSmartPtr<CElement> pRoot = CloneWithoutChildren(source);
+    std::vector<CloneFrame> vecStack;
+    if (source.m_pElements)
+        vecStack.push_back({&pRoot->Elements(), source.m_pElements->begin()});
+    while (!vecStack.empty()) {
+        CloneFrame& top = vecStack.back();
+        const CNode* const pNode = top.m_pNext;
+        if (!pNode) {
+            vecStack.pop_back();
+            continue;
+        }
+        top.m_pNext = pNode->GetNext();
+        const auto* pSource = dynamic_cast<const CElement*>(pNode->GetItem());
+        if (!pSource)
+            continue;
+        const CSmartPtr<CElement> pElement = CloneWithoutChildren(*pSource);
+        top.m_pChildren->AppendItem(pElement.GetPtr());
+        if (pSource->m_pElements)
+            vecStack.push_back({&pElement->Elements(), pSource->m_pElements->begin()});
+    }
+    return pRoot;
+}
+
+CSmartPtr<CElement> CElement::Tree::CloneWithoutChildren(const CElement& source)
+{
+    const Rules& rules = source.GetRules();
+    CXmlObjectHelper::TestNamespace(source.GetNamespaceText(), rules.m_strRestriction,
+                                    rules.m_strTargetNamespace);
+    CSmartPtr<CElement> pClone(new CElement);
+    pClone->m_strName = source.m_strName;
+    pClone->m_strText = source.m_strText;
+    pClone->m_pNamespace = source.m_pNamespace;
+    pClone->m_pRules = source.m_pRules;
+    if (source.m_pAttributes)
+        pClone->m_pAttributes = source.m_pAttributes->Clone();
+    return pClone;
+}
+
+// ---- Writing
+
+// What an element with a default namespace writes into instead of the writer it was given.
+struct CElement::Tree::DefaultScope
+{
+    DefaultScope(CXmlTextWriter& outer, const std::string& strDefaultNamespace)
+        : m_outer(outer), m_writer(m_stream)
+    {
+        m_writer.SetEOLType(outer.GetEOLType());
+        m_writer.SetFormat(outer.GetFormat());
+        m_writer.SetDefaultNamespace(strDefaultNamespace);
+        m_context.SetDefaultNamespaceURI(strDefaultNamespace.c_str());
+    }
+
+    CXmlTextWriter& m_outer;
+    CTextStream m_stream;
+    CXmlTextWriter m_writer;
+    CSerializationContext m_context;
+};
+
+struct CElement::Tree::WriteFrame
+{
+    const CElement* m_pElement;
+    const CNode* m_pNext; // the child to be written next
+    CXmlWriter* m_pWriter;
+    const CSerializationContext* m_pContext;
+    std::unique_ptr<DefaultScope> m_pScope; // null without a default namespace
+};
+
+void CElement::Tree::Write(const CElement& element, CXmlWriter& writer,
+                           const char* pszTargetNamespace, const CSerializationContext& context)
+{
+    WriteFrame root = Open(element, writer, pszTargetNamespace, context);
+    if (!root.m_pNext) {
+        Close(root);
+        return;
+    }
+    std::vector<WriteFrame> vecStack;
+    vecStack.push_back(std::move(root));
+    while (!vecStack.empty()) {
+        WriteFrame& top = vecStack.back();
+        if (!top.m_pNext) {
+            Close(top);
+            vecStack.pop_back();
+            continue;
+        }
+        CXmlObjectBase* const pItem = top.m_pNext->GetItem();
+        top.m_pNext = top.m_pNext->GetNext();
+        if (!pItem)
+            continue;
+        if (typeid(*pItem) == typeid(CElement)) {
+            vecStack.push_back(Open(static_cast<const CElement&>(*pItem), *top.m_pWriter,
+                                    pszTargetNamespace, *top.m_pContext));
+        }
+        else {
+            CXmlObjectBase::ToXml_Int(pItem->GetBase(), top.m_pWriter, false, pszTargetNamespace,
+                                      *top.m_pContext, false);
+        }
+    }
+}
+
+CElement::Tree::WriteFrame CElement::Tree::Open(const CElement& element, CXmlWriter& writer,
+                                                const char* pszTargetNamespace,
+                                                const CSerializationContext& context)
+{
+    WriteFrame frame{&element, element.m_pElements ? element.m_pElements->begin() : nullptr,
+                     &writer, &context, nullptr};
+    if (!element.m_pDefaultNamespace) {
+        writer.WriteStartElement(element.m_strName, element.GetNamespaceText());
+        if (element.m_pAttributes) {
+            CXmlObjectBase::ToXml_Int(element.m_pAttributes.GetPtr(), &writer, false,
+                                      pszTargetNamespace, context, false);
+        }
+        return frame;
+    }
+    auto* const pTextWriter = dynamic_cast<CXmlTextWriter*>(&writer);
+    if (!pTextWriter) {
+        throw CQnInvalidStateException(
+            "An Element with a default namespace can only be written as XML text");
+    }
+    // Deliberate: the attributes of an element with a default namespace are not written, its
+    // "xmlns" among them. Pinned by ElementWriting.ADefaultNamespaceTakesARoadOfItsOwn.
+    frame.m_pScope = std::make_unique<DefaultScope>(*pTextWriter, *element.m_pDefaultNamespace);
+    frame.m_pWriter = &frame.m_pScope->m_writer;
+    frame.m_pContext = &frame.m_pScope->m_context;
+    frame.m_pWriter->WriteStartElement(element.m_strName, element.GetNamespaceText());
+    return frame;
+}
+
+// Deliberate: the text follows the children. Pinned by ElementWriting.ChildrenComeBeforeTheText.
+void CElement::Tree::Close(WriteFrame& frame)
+{
+    frame.m_pWriter->WriteString(frame.m_pElement->m_strText, it_string, false);
+    frame.m_pWriter->WriteEndElement();
+    if (DefaultScope* const pScope = frame.m_pScope.get()) {
+        pScope->m_stream.Flush();
+        pScope->m_outer.CloseParentElm();
+        pScope->m_outer.WriteRawElement(pScope->m_stream.GetText());
+    }
+}
+
+} // namespace QnXmlLib16

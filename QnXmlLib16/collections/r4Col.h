@@ -1,0 +1,42 @@
+#pragma once
+
+#include "QnXmlLib16/collections/XmlTypeCollection.h"
+#include "QnXmlLib16/support/InstanceMonitor.h"
+
+#include <cstddef>
+#include <vector>
+
+namespace QnXmlLib16 {
+
+// Floating point values of single precision. The format of the constructor is one of printf for
+// a double; empty gives 7 digits.
+class QNXML_API Cr4Col : public CXmlTypeCollection, public CInstanceMonitor
+{
+public:
+    Cr4Col(const char* pszElementName, const char* pszNamespace, int iMinOccurs, int iMaxOccurs,
+           const char* pszPattern, long lMinLength, long lMaxLength, const char* pszMinInclusive,
+           const char* pszMaxInclusive, const char* pszMinExclusive, const char* pszMaxExclusive,
+           long lLength, long lTotalDigits, long lFractionDigits,
+           CWhitespaceUtils::WhitespaceRule whitespaceRule, const char* pszFormat);
+    ~Cr4Col() override;
+
+    int GetCount() const override;
+    void Clear() override;
+    void Remove(int iIndex) override;
+    void AddFromString(std::string strText) override;
+
+    float Item(int iIndex) const;
+    void AddAt(int iIndex, float value);
+    void Add(float value);
+
+protected:
+    void ToXml_Int(CXmlWriter* pWriter, bool bIsRoot, const char* pszTargetNamespace,
+                   const CSerializationContext& context, bool bOptionalChoice) const override;
+
+private:
+    // The values are those from m_nFirst on; see ValueColSteps.h.
+    std::vector<float> m_vecItems;
+    std::size_t m_nFirst = 0;
+};
+
+} // namespace QnXmlLib16

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "QnXmlLib16/collections/XmlTypeCollection.h"
+#include "QnXmlLib16/support/InstanceMonitor.h"
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+namespace QnXmlLib16 {
+
+// Texts in the local code page.
+class QNXML_API CstringCol : public CXmlTypeCollection, public CInstanceMonitor
+{
+public:
+    CstringCol(const char* pszElementName, const char* pszNamespace, int iMinOccurs, int iMaxOccurs,
+               const char* pszPattern, long lMinLength, long lMaxLength,
+               const char* pszMinInclusive, const char* pszMaxInclusive,
+               const char* pszMinExclusive, const char* pszMaxExclusive, long lLength,
+               long lTotalDigits, long lFractionDigits,
+               CWhitespaceUtils::WhitespaceRule whitespaceRule, const char* pszFormat);
+    ~CstringCol() override;
+
+    int GetCount() const override;
+    void Clear() override;
+    void Remove(int iIndex) override;
+    void AddFromString(std::string strText) override;
+
+    std::string Item(int iIndex) const;
+    void AddAt(int iIndex, std::string value);
+    void Add(std::string value);
+
+protected:
+    void ToXml_Int(CXmlWriter* pWriter, bool bIsRoot, const char* pszTargetNamespace,
+                   const CSerializationContext& context, bool bOptionalChoice) const override;
+
+private:
+    // The values are those from m_nFirst on; see ValueColSteps.h.
+    std::vector<std::string> m_vecItems;
+    std::size_t m_nFirst = 0;
+};
+
+} // namespace QnXmlLib16

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "QnXmlLib16/collections/XmlTypeCollection.h"
+#include "QnXmlLib16/support/InstanceMonitor.h"
+
+#include <cstddef>
+#include <vector>
+
+namespace QnXmlLib16 {
+
+// Years in the gYear form of XML Schema Part 2, without zone and sign.
+class QNXML_API CyearCol : public CXmlTypeCollection, public CInstanceMonitor
+{
+public:
+    CyearCol(const char* pszElementName, const char* pszNamespace, int iMinOccurs, int iMaxOccurs,
+             const char* pszPattern, long lMinLength, long lMaxLength, const char* pszMinInclusive,
+             const char* pszMaxInclusive, const char* pszMinExclusive, const char* pszMaxExclusive,
+             long lLength, long lTotalDigits, long lFractionDigits,
+             CWhitespaceUtils::WhitespaceRule whitespaceRule, const char* pszFormat);
+    ~CyearCol() override;
+
+    int GetCount() const override;
+    void Clear() override;
+    void Remove(int iIndex) override;
+    void AddFromString(std::string strText) override;
+
+    unsigned short Item(int iIndex) const;
+    void AddAt(int iIndex, unsigned short value);
+    void Add(unsigned short value);
+
+protected:
+    void ToXml_Int(CXmlWriter* pWriter, bool bIsRoot, const char* pszTargetNamespace,
+                   const CSerializationContext& context, bool bOptionalChoice) const override;
+
+private:
+    // The values are those from m_nFirst on; see ValueColSteps.h.
+    std::vector<unsigned short> m_vecItems;
+    std::size_t m_nFirst = 0;
+};
+
+} // namespace QnXmlLib16
