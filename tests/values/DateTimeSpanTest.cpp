@@ -242,6 +242,6 @@ TEST(DurationOrder, TakesBoundedTimeForAnyMagnitude)
         SCOPED_TRACE(text);
         EXPECT_EQ(Span(text).CompareTo(Span(text)), 0);
     }
-    // Month by month this takes seconds; the limit leaves room for a slow machine.
+    // Month by month this takes more than a second; the limit leaves room for a slow machine.
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(200));
 }
