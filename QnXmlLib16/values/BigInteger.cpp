@@ -14,8 +14,8 @@ namespace {
 using Digits = CBigInteger::Digits;
 
 // Multiplication and division work on limbs of nine digits, least significant first, without zeros
-// at the top: an eightieth of the steps that single digits take, and a product of two limbs with
-// two carries fits into 64 bits.
+// at the top: an eightieth of the products that single digits take, and sixteen products of two limbs
+// fit into 64 bits.
 using Limbs = std::vector<std::uint32_t>;
 constexpr std::uint64_t kLimbBase = 1000000000;
 constexpr std::size_t kLimbDigits = 9;
@@ -78,17 +78,25 @@ void AppendLimbs(const Limbs& limbs, Digits& vecDigits)
     }
 }
 
+// Column by column: the division that carries is due once for as many products as 64 bits hold.
 Limbs MultiplyLimbs(const Limbs& a, const Limbs& b)
 {
+    constexpr std::size_t kProducts = 16;
     Limbs product(a.size() + b.size());
-    for (std::size_t i = 0; i < b.size(); ++i) {
-        std::uint64_t nCarry = 0;
-        for (std::size_t j = 0; j < a.size(); ++j) {
-            nCarry += static_cast<std::uint64_t>(a[j]) * b[i] + product[i + j];
-            product[i + j] = static_cast<std::uint32_t>(nCarry % kLimbBase);
-            nCarry /= kLimbBase;
+    std::uint64_t nCarry = 0;
+    for (std::size_t nColumn = 0; nColumn < product.size(); ++nColumn) {
+        std::size_t i = nColumn < b.size() ? 0 : nColumn - b.size() + 1;
+        const std::size_t nEnd = std::min(nColumn + 1, a.size());
+        std::uint64_t nSum = nCarry % kLimbBase;
+        nCarry /= kLimbBase;
+        while (i < nEnd) {
+            for (const std::size_t nStop = std::min(nEnd, i + kProducts); i < nStop; ++i) {
+                nSum += static_cast<std::uint64_t>(a[i]) * b[nColumn - i];
+            }
+            nCarry += nSum / kLimbBase;
+            nSum %= kLimbBase;
         }
-        product[i + a.size()] = static_cast<std::uint32_t>(nCarry);
+        product[nColumn] = static_cast<std::uint32_t>(nSum);
     }
     return product;
 }
@@ -363,7 +371,8 @@ CBigInteger CBigInteger::operator-(const CBigInteger& right) const
 
 CBigInteger CBigInteger::operator*(const CBigInteger& right) const
 {
-    // A zero product takes the product of the signs too: decimals keep the sign of -0.5 there.
+    // Deliberate: a zero product takes the product of the signs too, and so may be a negative zero;
+    // decimals keep the sign of -0.5 there. Pinned by BigIntegerSigns.OfZeroResults.
     Digits vecProduct;
     Multiply(m_vecDigits, right.m_vecDigits, vecProduct);
     return CBigInteger(m_nSign * right.m_nSign, std::move(vecProduct));
@@ -631,10 +640,9 @@ void CBigInteger::Build(const std::string& strText, Digits& vecDigits)
     while (it != strText.rend() && *it >= '0' && *it <= '9') {
         ++it;
     }
-    Digits vecRead;
-    vecRead.reserve(static_cast<std::size_t>(it - strText.rbegin()));
-    for (auto itDigit = strText.rbegin(); itDigit != it; ++itDigit) {
-        vecRead.push_back(static_cast<char>(*itDigit - '0'));
+    Digits vecRead(strText.rbegin(), it);
+    for (char& nDigit : vecRead) {
+        nDigit = static_cast<char>(nDigit - '0');
     }
     vecDigits = std::move(vecRead);
 }
@@ -662,8 +670,9 @@ void CBigInteger::BuildDouble(double dValue, Digits& vecDigits)
     if (std::isnan(dValue)) {
         return;
     }
-    // Deliberate: the digits are those of repeated division in double, which beyond 2^53 is not the
-    // exact expansion. Pinned by BigIntegerBuilding.DoubleBeyondItsPrecision.
+    // Deliberate: both steps are taken in double. From 2^52 on the half that is taken off makes odd
+    // values even, and beyond 2^53 the digits of repeated division are not the exact expansion.
+    // Pinned by BigIntegerBuilding.DoubleBeyondItsPrecision.
     double dRest = std::ceil(dValue - 0.5);
     do {
         vecDigits.push_back(dRest > 0 ? static_cast<char>(std::fmod(dRest, 10)) : 0);
@@ -679,6 +688,8 @@ CBigInteger CBigInteger::Quotient(const CBigInteger& right) const
     Digits vecQuotient;
     Digits vecRemainder;
     Divide(m_vecDigits, right.m_vecDigits, vecQuotient, vecRemainder);
+    // Deliberate: 1 / -2 is a negative zero, 0 / -2 is not.
+    // Pinned by BigIntegerSigns.OfZeroResults.
     return CBigInteger(m_nSign * right.m_nSign, std::move(vecQuotient));
 }
 

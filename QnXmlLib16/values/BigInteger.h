@@ -49,9 +49,9 @@ public:
     CBigInteger(long long nValue);
     CBigInteger(unsigned long nValue);
     CBigInteger(unsigned long long nValue);
-    // Rounds to the nearest whole number, a half towards zero. Beyond 2^53 the low digits are those
-    // of repeated division in double. A NaN gives 0; an infinity fails with "ERROR: Infinite
-    // value.".
+    // Rounds to the nearest whole number, a half towards zero. Below 2^52 that is exact; from there
+    // on the last digits are those of ceil(x - 0.5) and division by ten in double. A NaN gives 0; an
+    // infinity fails with "ERROR: Infinite value.".
     CBigInteger(double dValue);
     CBigInteger(const char* pszText);   // as Parse
     CBigInteger(const CDecimal& value); // rounds as CDecimal::ToBigInteger

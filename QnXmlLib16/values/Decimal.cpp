@@ -216,6 +216,8 @@ double CDecimal::ToDouble() const
 
 long CDecimal::ToLong() const
 {
+    // Deliberate: the bounds are those of 32 bits, narrower than long.
+    // Pinned by DecimalConversions.FailOutsideTheirBounds.
     const CBigInteger value = ToBigInteger();
     if (!value.IsInt32()) {
         throw CQnOverFlowException("The Decimal value if to large to fit into a LONG");
@@ -503,6 +505,7 @@ void CDecimal::AppendFraction(std::string& strText) const
     const std::size_t nWidth = static_cast<std::size_t>(std::max(0, m_nFractionalDivider));
     const std::size_t nDigits = m_fractionPart.GetDigitCount();
     if (nWidth > nDigits) {
+        // No text shows more than that many zeros.
         strText.append(std::min(nWidth - nDigits, kMaxText), '0');
     }
     m_fractionPart.AppendDigits(strText);

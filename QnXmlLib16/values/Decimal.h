@@ -75,7 +75,8 @@ public:
     static int Normalize(CDecimal& a, CDecimal& b);
 
     // + and - are exact. * and / are rounded to 30 fraction digits, / after a cut at 32; a zero
-    // divisor throws CQnInvalidValueException "ERROR: Overflow in operator/.".
+    // divisor throws CQnInvalidValueException "ERROR: Overflow in operator/.". The binary forms
+    // change nothing, yet are not const: a const left side is copied first.
     CDecimal operator+(const CDecimal& right);
     CDecimal operator-(const CDecimal& right);
     CDecimal operator*(const CDecimal& right);
@@ -110,8 +111,7 @@ private:
     // part that of the fraction. unit is 10^divider.
     void AlignSigns(const CBigInteger& unit);
     void LimitFraction();
-    // The digits of the fraction with its leading zeros; of no more than 1023 of those is the number
-    // kept.
+    // Appends the digits of the fraction with its leading zeros, but not more than 1023 of these.
     void AppendFraction(std::string& strText) const;
 
     // The parts carry the same sign and are negated together, so that -0.5 is -0 and -5 over 10:
