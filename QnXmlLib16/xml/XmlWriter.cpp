@@ -119,11 +119,9 @@ void CXmlWriter::CXmlWriterContext::Park() noexcept
     m_pNamespaceMap = nullptr;
 }
 
-CXmlWriter::CXmlWriterContext& CXmlWriter::CXmlWriterContext::ScopeOwner() const
+CXmlWriter::CXmlWriterContext& CXmlWriter::CXmlWriterContext::WalkToScopeOwner() const
 {
     if (!m_bInheritsScope)
-        return const_cast<CXmlWriterContext&>(*this);
-    if (!m_pRoot->m_bWalkScopes)
         return *m_pScopeOwner;
     CXmlWriterContext* pContext = m_pOuter;
     while (pContext->m_bInheritsScope)
@@ -146,14 +144,10 @@ void CXmlWriter::CXmlWriterContext::OwnScope()
     m_pNamespaceMap = m_pSpareMap.release();
     m_bOwnsMap = true;
     m_bInheritsScope = false;
+    m_pScopeOwner = this;
     m_pLastRow = nullptr;
     if (m_iOpenChildren > 0)
         m_pRoot->m_bWalkScopes = true;
-}
-
-const std::string& CXmlWriter::CXmlWriterContext::GetDefaultNamespace() const
-{
-    return ScopeOwner().m_strDefaultNamespace;
 }
 
 const CXmlWriter::NamespaceMap& CXmlWriter::CXmlWriterContext::GetNamespaceMap() const

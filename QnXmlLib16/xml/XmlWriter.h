@@ -66,7 +66,10 @@ public:
         // The default namespace and the declarations of the scope in force; their owner is
         // reached in constant time from any depth. Both references hold until the owning element
         // ends; the text of the first changes with SetDefaultNamespace.
-        const std::string& GetDefaultNamespace() const;
+        const std::string& GetDefaultNamespace() const
+        {
+            return ScopeOwner().m_strDefaultNamespace;
+        }
         const NamespaceMap& GetNamespaceMap() const;
 
         // Changes the scope of this element and of those opened inside it from now on.
@@ -106,15 +109,20 @@ public:
         friend class CXmlWriter;
 
         // The context whose scope is in force here.
-        CXmlWriterContext& ScopeOwner() const;
+        CXmlWriterContext& ScopeOwner() const
+        {
+            return m_pRoot->m_bWalkScopes ? WalkToScopeOwner() : *m_pScopeOwner;
+        }
+        CXmlWriterContext& WalkToScopeOwner() const;
         void InheritFrom(CXmlWriterContext& parent);
         void OwnScope();
         void Leave() noexcept;
         void Park() noexcept;
 
-        // Invariant: m_pScopeOwner is the nearest owner on the way up, unless an element with
-        // open children took a scope of its own after they were opened. m_bWalkScopes of the root
-        // context records that, and the look-up then goes up step by step.
+        // Invariant: m_pScopeOwner is this context or the nearest one outside it that owns its
+        // scope, unless an element with open children took a scope of its own after they were
+        // opened. m_bWalkScopes of the root context records that, and the look-up then goes up
+        // step by step.
         CXmlWriterContext* m_pScopeOwner;
         CXmlWriterContext* m_pOuter; // as m_pParent, yet kept until the end; in a spare, the next
         CXmlWriterContext* m_pRoot;
