@@ -31,7 +31,7 @@ public:
     virtual ~QnVariant();
 
     // Clears this variant first, so that assigning one to itself loses the value. A nil source
-    // gives a nil variant of its type. Throws CQnException "Unknown Type" for a type that is none.
+    // gives a nil variant of its type.
     QnVariant& operator=(const QnVariant& other);
     QnVariant& operator=(QnVariant&& other) noexcept;
 
@@ -150,13 +150,7 @@ private:
 
         unsigned long long uBits;
         std::string strText;
-        CBinaryData* pBinary;
-        CDateTimeSpan* pDuration;
-        CDateTime* pDateTime;
-        CDecimal* pDecimal;
-        CBigInteger* pInteger;
-        CXmlObjectBase* pObject;
-        CXmlCollectionBase* pCollection;
+        void* pPayload; // an owned copy, or one counted reference
     };
 
     bool m_bNil = false;

@@ -1,0 +1,449 @@
+#include "QnXmlLib16/values/QnVariant.h"
+
+#include "QnXmlLib16/binding/XmlObjectBase.h"
+#include "QnXmlLib16/collections/XmlCollectionBase.h"
+#include "QnXmlLib16/support/Exceptions.h"
+#include "QnXmlLib16/support/Functions.h"
+#include "QnXmlLib16/values/BigInteger.h"
+#include "QnXmlLib16/values/BinaryData.h"
+#include "QnXmlLib16/values/Conversions.h"
+#include "QnXmlLib16/values/DateTime.h"
+#include "QnXmlLib16/values/DateTimeSpan.h"
+#include "QnXmlLib16/values/Decimal.h"
+#include "QnXmlLib16/values/internal/PrimitiveTypes.h"
+
+#include <cstring>
+#include <memory>
+#include <new>
+#include <type_traits>
+#include <utility>
+
+namespace QnXmlLib16 {
+
+namespace {
+
+// What a type's value is held in. Types of one form may be read as each other.
+enum class Form
+{
+    Number,
+    Binary,
+    Duration,
+    DateTime,
+    String,
+    Decimal,
+    Integer,
+    Object,
+    Collection
+};
+
+constexpr Form FormOf(ItemType type)
+{
+    switch (type) {
+#define QNXML_ROW(code, Name, Class, FormName)                                                     \
+    case it_##code:                                                                                \
+        return Form::FormName;
+        QNXML_CLASS_TYPES(QNXML_ROW)
+        QNXML_DECIMAL_TYPE(QNXML_ROW)
+        QNXML_STRING_TYPE(QNXML_ROW)
+#undef QNXML_ROW
+    case it_xmlObject:
+        return Form::Object;
+    case it_xmlCollection:
+        return Form::Collection;
+    default:
+        return Form::Number;
+    }
+}
+
+[[noreturn]] void ThrowNoText(ItemType type)
+{
+    throw CQnException(
+        FormatString("Invalid Type %d to convert to string", static_cast<int>(type)));
+}
+
+} // namespace
+
+struct QnVariant::Steps
+{
+    template <class T>
+    static void SetNumber(QnVariant& variant, ItemType type, T value)
+    {
+        static_assert(sizeof(value) <= sizeof(variant.m_value.uBits), "held in place");
+        variant.Clear();
+        std::memcpy(&variant.m_value.uBits, &value, sizeof(value));
+        variant.m_type = type;
+    }
+
+    template <class T>
+    static T GetNumber(const QnVariant& variant)
+    {
+        if constexpr (std::is_same_v<T, bool>) {
+            return GetNumber<unsigned char>(variant) != 0;
+        }
+        else {
+            T value = 0;
+            if (!variant.m_bPayload)
+                std::memcpy(&value, &variant.m_value.uBits, sizeof(value));
+            return value;
+        }
+    }
+
+    static void Hold(QnVariant& variant, ItemType type, void* pPayload)
+    {
+        variant.Clear();
+        variant.m_value.pPayload = pPayload;
+        variant.m_bPayload = pPayload != nullptr;
+        variant.m_type = type;
+    }
+
+    template <class T>
+    static void SetClass(QnVariant& variant, ItemType type, T&& value)
+    {
+        auto pCopy = std::make_unique<std::decay_t<T>>(std::forward<T>(value));
+        Hold(variant, type, pCopy.release());
+    }
+
+    static void SetClass(QnVariant& variant, ItemType type, std::string&& value)
+    {
+        variant.Clear();
+        new (&variant.m_value.strText) std::string(std::move(value));
+        variant.m_bPayload = true;
+        variant.m_type = type;
+    }
+
+    template <class T>
+    static T* Peek(const QnVariant& variant, Form form) noexcept
+    {
+        if (!variant.m_bPayload || FormOf(variant.m_type) != form)
+            return nullptr;
+        return static_cast<T*>(variant.m_value.pPayload);
+    }
+
+    template <class T>
+    static T CopyOf(const T* pValue)
+    {
+        return pValue == nullptr ? T() : *pValue;
+    }
+
+    // `to` has no payload; `from` is left invalid.
+    static void Move(QnVariant& from, QnVariant& to) noexcept
+    {
+        to.m_bNil = std::exchange(from.m_bNil, false);
+        to.m_type = std::exchange(from.m_type, it_none);
+        to.m_bPayload = std::exchange(from.m_bPayload, false);
+        if (to.m_bPayload && to.m_type == it_string) {
+            new (&to.m_value.strText) std::string(std::move(from.m_value.strText));
+            from.m_value.strText.~basic_string();
+            from.m_value.uBits = 0;
+        }
+        else {
+            to.m_value.uBits = std::exchange(from.m_value.uBits, 0);
+        }
+    }
+
+    // `to` has no payload, and stays as it is if this throws.
+    static void Copy(const QnVariant& from, QnVariant& to)
+    {
+        unsigned long long uBits = 0;
+        bool bPayload = false;
+        if (!from.m_bNil) {
+            bPayload = from.m_bPayload;
+            if (!bPayload)
+                uBits = from.m_value.uBits;
+            else if (from.m_type == it_string)
+                new (&to.m_value.strText) std::string(from.m_value.strText);
+            else
+                to.m_value.pPayload = CopyPayload(from.m_type, from.m_value.pPayload);
+        }
+        if (!bPayload)
+            to.m_value.uBits = uBits;
+        to.m_bPayload = bPayload;
+        to.m_type = from.m_type;
+        to.m_bNil = from.m_bNil;
+    }
+
+    static void* CopyPayload(ItemType type, void* pPayload)
+    {
+        switch (FormOf(type)) {
+#define QNXML_FORM(Name, Class)                                                                    \
+    case Form::Name:                                                                               \
+        return std::make_unique<Class>(*static_cast<const Class*>(pPayload)).release();
+            QNXML_FORM(Binary, CBinaryData)
+            QNXML_FORM(Duration, CDateTimeSpan)
+            QNXML_FORM(DateTime, CDateTime)
+            QNXML_FORM(Decimal, CDecimal)
+            QNXML_FORM(Integer, CBigInteger)
+#undef QNXML_FORM
+        case Form::Object:
+            static_cast<CXmlObjectBase*>(pPayload)->AddRef();
+            return pPayload;
+        case Form::Collection:
+            static_cast<CXmlCollectionBase*>(pPayload)->AddRef();
+            return pPayload;
+        default:
+            throw CQnException("Unknown Type");
+        }
+    }
+
+    static void DestroyPayload(QnVariant& variant)
+    {
+        if (variant.m_type == it_string) {
+            variant.m_value.strText.~basic_string();
+            return;
+        }
+        void* const pPayload = variant.m_value.pPayload;
+        switch (FormOf(variant.m_type)) {
+#define QNXML_FORM(Name, Class)                                                                    \
+    case Form::Name:                                                                               \
+        delete static_cast<Class*>(pPayload);                                                      \
+        break;
+            QNXML_FORM(Binary, CBinaryData)
+            QNXML_FORM(Duration, CDateTimeSpan)
+            QNXML_FORM(DateTime, CDateTime)
+            QNXML_FORM(Decimal, CDecimal)
+            QNXML_FORM(Integer, CBigInteger)
+#undef QNXML_FORM
+        case Form::Object:
+            static_cast<CXmlObjectBase*>(pPayload)->Release();
+            break;
+        case Form::Collection:
+            static_cast<CXmlCollectionBase*>(pPayload)->Release();
+            break;
+        default:
+            break;
+        }
+    }
+};
+
+QnVariant::QnVariant() noexcept = default;
+
+QnVariant::QnVariant(const QnVariant& other)
+{
+    Steps::Copy(other, *this);
+}
+
+QnVariant::QnVariant(QnVariant&& other) noexcept
+{
+    Steps::Move(other, *this);
+}
+
+QnVariant::~QnVariant()
+{
+    if (m_bPayload)
+        Steps::DestroyPayload(*this);
+}
+
+QnVariant& QnVariant::operator=(const QnVariant& other)
+{
+    // The old value goes last, as the source may live inside an object that it holds.
+    QnVariant old;
+    // Deliberate: a variant assigned to itself is taken for a cleared source and loses its value.
+    // Pinned by QnVariant.AssigningToItselfLosesTheValue.
+    if (m_type != it_none)
+        Steps::Move(*this, old);
+    Steps::Copy(other, *this);
+    return *this;
+}
+
+QnVariant& QnVariant::operator=(QnVariant&& other) noexcept
+{
+    QnVariant old;
+    if (m_type != it_none)
+        Steps::Move(*this, old);
+    Steps::Move(other, *this);
+    return *this;
+}
+
+void QnVariant::Clear()
+{
+    // Deliberate: without a type the nil flag stays, also through the setters, which clear first.
+    // Pinned by QnVariant.WithoutATypeTheNilFlagStays.
+    if (m_type == it_none)
+        return;
+    if (m_bPayload) {
+        const QnVariant old(std::move(*this));
+        return;
+    }
+    m_bNil = false;
+    m_type = it_none;
+    m_value.uBits = 0;
+}
+
+void QnVariant::SetInvalid()
+{
+    Clear();
+}
+
+void QnVariant::SetNil()
+{
+    const ItemType type = m_type;
+    Clear();
+    m_bNil = true;
+    m_type = type;
+}
+
+std::string QnVariant::GetType() const
+{
+    switch (m_type) {
+#define QNXML_ROW(code, ...)                                                                       \
+    case it_##code:                                                                                \
+        return #code;
+        QNXML_NUMBER_TYPES(QNXML_ROW)
+        QNXML_CHAR_TYPE(QNXML_ROW)
+        QNXML_FLOAT_TYPES(QNXML_ROW)
+        QNXML_CLASS_TYPES(QNXML_ROW)
+        QNXML_DECIMAL_TYPE(QNXML_ROW)
+        QNXML_STRING_TYPE(QNXML_ROW)
+#undef QNXML_ROW
+    default:
+        throw CQnException(FormatString("Invalid Type %d", static_cast<int>(m_type)));
+    }
+}
+
+#define QNXML_ACCESS(code, Name, Carrier)                                                          \
+    void QnVariant::Set##Name(Carrier value)                                                       \
+    {                                                                                              \
+        Steps::SetNumber(*this, it_##code, value);                                                 \
+    }                                                                                              \
+    Carrier QnVariant::Get##Name() const                                                           \
+    {                                                                                              \
+        return Steps::GetNumber<Carrier>(*this);                                                   \
+    }
+QNXML_NUMBER_TYPES(QNXML_ACCESS)
+QNXML_CHAR_TYPE(QNXML_ACCESS)
+QNXML_FLOAT_TYPES(QNXML_ACCESS)
+#undef QNXML_ACCESS
+
+#define QNXML_ACCESS(code, Name, Class, FormName)                                                  \
+    void QnVariant::Set##Name(const Class& value)                                                  \
+    {                                                                                              \
+        Steps::SetClass(*this, it_##code, value);                                                  \
+    }                                                                                              \
+    Class QnVariant::Get##Name() const                                                             \
+    {                                                                                              \
+        return Steps::CopyOf(Peek##FormName());                                                    \
+    }
+QNXML_CLASS_TYPES(QNXML_ACCESS)
+QNXML_DECIMAL_TYPE(QNXML_ACCESS)
+#undef QNXML_ACCESS
+
+void QnVariant::SetString(std::string value)
+{
+    Steps::SetClass(*this, it_string, std::move(value));
+}
+
+std::string QnVariant::GetString() const
+{
+    return Steps::CopyOf(PeekString());
+}
+
+void QnVariant::SetXmlObject(CXmlObjectBase* pObject)
+{
+    if (pObject != nullptr)
+        pObject->AddRef();
+    Steps::Hold(*this, it_xmlObject, pObject);
+}
+
+CSmartPtr<CXmlObjectBase> QnVariant::GetXmlObject() const
+{
+    return PeekXmlObject();
+}
+
+void QnVariant::SetXmlCollection(CXmlCollectionBase* pCollection)
+{
+    if (pCollection != nullptr)
+        pCollection->AddRef();
+    Steps::Hold(*this, it_xmlCollection, pCollection);
+}
+
+CSmartPtr<CXmlCollectionBase> QnVariant::GetXmlCollection() const
+{
+    return PeekXmlCollection();
+}
+
+#define QNXML_PEEK(Class, FormName)                                                                \
+    const Class* QnVariant::Peek##FormName() const noexcept                                        \
+    {                                                                                              \
+        return Steps::Peek<Class>(*this, Form::FormName);                                          \
+    }
+QNXML_PEEK(CBinaryData, Binary)
+QNXML_PEEK(CDateTimeSpan, Duration)
+QNXML_PEEK(CDateTime, DateTime)
+QNXML_PEEK(CDecimal, Decimal)
+QNXML_PEEK(CBigInteger, Integer)
+#undef QNXML_PEEK
+
+CXmlObjectBase* QnVariant::PeekXmlObject() const noexcept
+{
+    return Steps::Peek<CXmlObjectBase>(*this, Form::Object);
+}
+
+CXmlCollectionBase* QnVariant::PeekXmlCollection() const noexcept
+{
+    return Steps::Peek<CXmlCollectionBase>(*this, Form::Collection);
+}
+
+const std::string* QnVariant::PeekString() const noexcept
+{
+    return m_bPayload && m_type == it_string ? &m_value.strText : nullptr;
+}
+
+std::string QnVariant::ToString(const char* pszFormat) const
+{
+    const char* const pszForm = pszFormat == nullptr ? "" : pszFormat;
+    switch (m_type) {
+#define QNXML_NUMBER(code, Name, Carrier)                                                          \
+    case it_##code:                                                                                \
+        return CConversions::code##ToString(Get##Name());
+#define QNXML_FLOAT(code, Name, Carrier)                                                           \
+    case it_##code:                                                                                \
+        return CConversions::code##ToString(Get##Name(), pszForm);
+#define QNXML_CLASS(code, Name, Class, FormName)                                                   \
+    case it_##code:                                                                                \
+        if (const Class* const pValue = Peek##FormName())                                          \
+            return CConversions::code##ToString(*pValue);                                          \
+        break;
+        QNXML_NUMBER_TYPES(QNXML_NUMBER)
+        QNXML_CHAR_TYPE(QNXML_NUMBER)
+        QNXML_FLOAT_TYPES(QNXML_FLOAT)
+        QNXML_CLASS_TYPES(QNXML_CLASS)
+        QNXML_STRING_TYPE(QNXML_CLASS)
+#undef QNXML_NUMBER
+#undef QNXML_FLOAT
+#undef QNXML_CLASS
+    case it_decimal:
+        if (const CDecimal* const pValue = PeekDecimal())
+            return CConversions::decimalToString(*pValue, pszForm);
+        break;
+    default:
+        break;
+    }
+    ThrowNoText(m_type);
+}
+
+void QnVariant::FromString(const std::string& value, ItemType type,
+                           CWhitespaceUtils::WhitespaceRule rule)
+{
+    switch (type) {
+#define QNXML_NUMBER(code, Name, Carrier)                                                          \
+    case it_##code:                                                                                \
+        Set##Name(CConversions::code##FromString(value, rule));                                    \
+        return;
+#define QNXML_CLASS(code, ...)                                                                     \
+    case it_##code:                                                                                \
+        Steps::SetClass(*this, type, CConversions::code##FromString(value, rule));                 \
+        return;
+        QNXML_NUMBER_TYPES(QNXML_NUMBER)
+        QNXML_CHAR_TYPE(QNXML_NUMBER)
+        QNXML_FLOAT_TYPES(QNXML_NUMBER)
+        QNXML_CLASS_TYPES(QNXML_CLASS)
+        QNXML_DECIMAL_TYPE(QNXML_CLASS)
+        QNXML_STRING_TYPE(QNXML_CLASS)
+#undef QNXML_NUMBER
+#undef QNXML_CLASS
+    default:
+        ThrowNoText(type);
+    }
+}
+
+} // namespace QnXmlLib16
