@@ -58,12 +58,12 @@ unsigned long ConvertUTF8toUTF32(const unsigned char* pSource, const unsigned ch
 
 bool IsLegalUTF8(const unsigned char* pSource, int iLength)
 {
-    return iLength >= 1 && iLength <= 4 && IsLegal(pSource, iLength);
+    return iLength >= 1 && LegalLength(pSource, pSource + iLength) == iLength;
 }
 
 bool IsLegalUTF8Sequence(const unsigned char* pSource, const unsigned char* pSourceEnd)
 {
-    return pSource != pSourceEnd && StartsLegal(pSource, pSourceEnd);
+    return pSource != pSourceEnd && LegalLength(pSource, pSourceEnd) != 0;
 }
 
 } // namespace QnXmlLib16

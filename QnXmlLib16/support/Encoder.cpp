@@ -58,12 +58,17 @@ const unsigned char* SkipAscii(const unsigned char* p, const unsigned char* pEnd
 // The end of the run of legal UTF-8 without a byte 0 at the front of the range.
 const unsigned char* SkipLegalUtf8(const unsigned char* p, const unsigned char* pEnd)
 {
-    for (;;) {
-        p = SkipAscii(p, pEnd);
-        if (p == pEnd || *p == 0 || !UtfSteps::StartsLegal(p, pEnd))
-            return p;
-        p += UtfSteps::SequenceLength(*p);
+    while (p != pEnd && *p != 0) {
+        if (*p < 0x80) {
+            p = SkipAscii(p, pEnd);
+            continue;
+        }
+        const int iLength = UtfSteps::LegalLength(p, pEnd);
+        if (iLength == 0)
+            break;
+        p += iLength;
     }
+    return p;
 }
 
 void AppendBytes(std::string& strTarget, const unsigned char* p, const unsigned char* pEnd)

@@ -36,7 +36,9 @@ bool IsDigit(char c)
 // step with the format. What it can't know (a conversion or a prefix outside its list) consumes
 // nothing and counts nothing; from there on the list may be out of step with the format, so the
 // walk stops reading it and takes the least length of each item. Nothing is then followed that
-// need not be a pointer, and the print is cut.
+// need not be a pointer.
+// Deliberate: the print of such a format is cut ("%lld" prints one character), for "ll" and "z"
+// are not in the list. Pinned by FormatString.CutsWhatTheWalkDoesNotKnow.
 class FormatWalk
 {
 public:

@@ -35,6 +35,7 @@ QNXML_API void FindReplace(std::wstring& strText, const std::wstring& strFind,
 QNXML_API std::string PadZero(int iValue, unsigned char uWidth);
 
 // Takes zeros off the end, never the first character: "100" gives "1", "000" gives "0".
+// Deliberate spelling: callers link against this name.
 QNXML_API std::string TrimTrainingZeros(std::string strText);
 
 // The fraction of a second, each argument 0 to 999: a point and up to nine digits without

@@ -21,8 +21,10 @@ public:
     // CQnException "Failed to compress data. [Error Code: %d]", and is untouched then.
     static void Compress(unsigned char** ppData, unsigned long* pulLength, CompressionType eType);
 
-    // Decompresses gzip or zlib data in place, found by its header. Anything else, damaged data
-    // included, is left as it is without a failure. Bytes after the end of the compressed data
+    // Decompresses gzip or zlib data in place, found by its header. Deliberate: anything else,
+    // damaged data included, is left as it is without a failure, so that plain input passes
+    // through; what reads the bytes next tells. Pinned by
+    // Decompression.OfDamagedDataLeavesItAsItIs. Bytes after the end of the compressed data
     // are dropped.
     static void Decompress(unsigned char** ppData, unsigned long* pulLength);
 

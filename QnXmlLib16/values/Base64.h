@@ -18,9 +18,11 @@ public:
     std::string Encode(const unsigned char* pData, int iLength);
 
     // Decodes into pOut, which has room for strlen(pszText) + 1 bytes, and returns the count of
-    // bytes. Lenient: blanks, tabs, line ends and "=" are skipped wherever they stand, missing
-    // padding is no fault, left-over bits are dropped, and a byte above 0x7F counts as its low
-    // seven bits. Any other character drops all that was decoded: 0.
+    // bytes. Any character outside the alphabet drops all that was decoded: 0.
+    // Deliberate: lenient otherwise, so a damaged text may decode. Blanks, tabs, line ends and
+    // "=" are skipped wherever they stand, missing padding is no fault, left-over bits are
+    // dropped, and a byte above 0x7F counts as its low seven bits. Pinned by
+    // Base64.DecodesLeniently.
     unsigned long Decode(const char* pszText, unsigned char* pOut);
 
 private:

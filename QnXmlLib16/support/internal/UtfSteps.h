@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+
 // The steps behind the UTF conversions: one reader and one writer for each form, and the loop that
 // joins them. Templates over the unit, so that wchar_t runs are read and written as what they are.
 
@@ -19,44 +21,36 @@ constexpr bool IsLowSurrogate(unsigned int u)
     return u >= 0xDC00 && u <= 0xDFFF;
 }
 
-// Bytes that a UTF-8 sequence with this first byte takes; 1 for a byte that starts none.
-constexpr int SequenceLength(unsigned char uFirst)
+constexpr bool IsContinuation(unsigned char u)
 {
-    return uFirst < 0xC0 ? 1 : uFirst < 0xE0 ? 2 : uFirst < 0xF0 ? 3 : 4;
+    return (u & 0xC0) == 0x80;
 }
 
-// Whether iLength bytes form one legal sequence.
-inline bool IsLegal(const unsigned char* p, int iLength)
+// The length of the legal UTF-8 sequence at the front of the range, which is not empty; 0 if there
+// is none or the end cuts it off.
+inline int LegalLength(const unsigned char* p, const unsigned char* pEnd)
 {
-    const unsigned char uFirst = p[0];
-    if (iLength == 1)
-        return uFirst < 0x80;
-    // C0 and C1 start nothing but overlong forms; nothing starts with F5 or above.
-    if (uFirst < 0xC2 || uFirst > 0xF4 || SequenceLength(uFirst) != iLength)
-        return false;
-    for (int i = 1; i < iLength; ++i) {
-        if ((p[i] & 0xC0) != 0x80)
-            return false;
+    const unsigned char u = *p;
+    if (u < 0x80)
+        return 1;
+    if (u < 0xC2) // a continuation byte, or nothing but overlong forms
+        return 0;
+    const std::ptrdiff_t iRoom = pEnd - p;
+    if (u < 0xE0)
+        return iRoom >= 2 && IsContinuation(p[1]) ? 2 : 0;
+    if (u < 0xF0) {
+        if (iRoom < 3 || !IsContinuation(p[1]) || !IsContinuation(p[2]))
+            return 0;
+        const bool bOverlong = u == 0xE0 && p[1] < 0xA0;
+        const bool bSurrogate = u == 0xED && p[1] >= 0xA0;
+        return bOverlong || bSurrogate ? 0 : 3;
     }
-    switch (uFirst) {
-    case 0xE0:
-        return p[1] >= 0xA0; // below: overlong
-    case 0xED:
-        return p[1] < 0xA0; // from there: surrogates
-    case 0xF0:
-        return p[1] >= 0x90; // below: overlong
-    case 0xF4:
-        return p[1] < 0x90; // from there: above U+10FFFF
-    default:
-        return true;
-    }
-}
-
-// Whether the range, which is not empty, begins with one whole legal sequence.
-inline bool StartsLegal(const unsigned char* p, const unsigned char* pEnd)
-{
-    const int iLength = SequenceLength(*p);
-    return pEnd - p >= iLength && IsLegal(p, iLength);
+    if (u > 0xF4 || iRoom < 4 || !IsContinuation(p[1]) || !IsContinuation(p[2]) ||
+        !IsContinuation(p[3]))
+        return 0;
+    const bool bOverlong = u == 0xF0 && p[1] < 0x90;
+    const bool bBeyondLast = u == 0xF4 && p[1] >= 0x90;
+    return bOverlong || bBeyondLast ? 0 : 4;
 }
 
 // Readers: take one character off the front of the range, which is not empty, into uCodePoint;
@@ -68,9 +62,9 @@ inline bool ReadUTF8(const unsigned char*& p, const unsigned char* pEnd, unsigne
         uCodePoint = *p++;
         return true;
     }
-    if (!StartsLegal(p, pEnd))
+    const int iLength = LegalLength(p, pEnd);
+    if (iLength == 0)
         return false;
-    const int iLength = SequenceLength(*p);
     unsigned int u = *p & (0x7Fu >> iLength);
     for (int i = 1; i < iLength; ++i)
         u = (u << 6) | (p[i] & 0x3Fu);
