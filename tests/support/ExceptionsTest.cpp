@@ -1,0 +1,155 @@
+#include "QnXmlLib16/support/Exceptions.h"
+
+#include "tests/support/SmallStack.h"
+
+#include <gtest/gtest.h>
+#include <memory>
+#include <type_traits>
+#include <typeinfo>
+#include <utility>
+
+using namespace QnXmlLib16;
+
+namespace {
+
+// A class of the family made by an application; its instances are counted.
+class CountedException : public CQnInvalidStateException
+{
+public:
+    explicit CountedException(std::string strMessage)
+        : CQnInvalidStateException(std::move(strMessage))
+    {
+        ++s_iAlive;
+    }
+    CountedException(std::string strMessage, const CQnException& inner)
+        : CQnInvalidStateException(std::move(strMessage), inner)
+    {
+        ++s_iAlive;
+    }
+    CountedException(const CountedException& other) : CQnInvalidStateException(other)
+    {
+        ++s_iAlive;
+    }
+    ~CountedException() override { --s_iAlive; }
+
+    CountedException* Clone() const override { return new CountedException(*this); }
+
+    static int s_iAlive;
+};
+
+int CountedException::s_iAlive = 0;
+
+class ExtraException : public CQnValidationException
+{
+public:
+    void SetExtra(const char* psz) { m_strExtra = psz; }
+    const std::string& GetExtra() const { return m_strExtra; }
+};
+
+} // namespace
+
+TEST(ExceptionPath, IsAppendedToTheMessageOnceAndOnlyIfThereIsOne)
+{
+    const CQnException withPath("m", std::string("/a/b"));
+    EXPECT_EQ(withPath.GetMessage(), "m\nPath: /a/b");
+    EXPECT_EQ(withPath.GetPath(), "/a/b");
+    EXPECT_EQ(CQnException(withPath).GetMessage(), "m\nPath: /a/b");
+    EXPECT_EQ(CQnValidationException(withPath).GetMessage(), "m\nPath: /a/b");
+
+    const CQnException noPath("m", std::string(), withPath);
+    EXPECT_EQ(noPath.GetMessage(), "m");
+    EXPECT_EQ(noPath.GetPath(), "");
+    EXPECT_EQ(CQnInvalidValueException("v", withPath).GetMessage(), "v");
+    EXPECT_EQ(CQnInvalidValueException("v", withPath).GetPath(), "");
+}
+
+TEST(ExceptionFamily, IsNoStandardExceptionAndHasTheStatedTree)
+{
+    EXPECT_FALSE((std::is_base_of_v<std::exception, CQnException>));
+    EXPECT_TRUE((std::is_base_of_v<CQnValidationException, CQnInvalidValueException>));
+    EXPECT_TRUE((std::is_base_of_v<CQnValidationException, CQnInvalidNamespaceException>));
+    EXPECT_FALSE((std::is_base_of_v<CQnValidationException, CQnInvalidStateException>));
+}
+
+TEST(ExceptionFamily, ClonesToTheSameClassWithAPrivateChain)
+{
+    const CQnInvalidParamException inner("inner");
+    const std::unique_ptr<CQnException> originals[] = {
+        std::make_unique<CQnException>("m", inner),
+        std::make_unique<CQnValidationException>("m", std::string(), inner),
+        std::make_unique<CQnInvalidValueException>("m", inner),
+        std::make_unique<CQnInvalidNamespaceException>("m", std::string(), inner),
+        std::make_unique<CQnInvalidStateException>("m", inner),
+        std::make_unique<CQnInvalidParamException>("m", inner),
+        std::make_unique<CQnOverFlowException>("m", inner),
+    };
+    for (const auto& pOriginal : originals) {
+        const CQnException& original = *pOriginal;
+        SCOPED_TRACE(typeid(original).name());
+        const std::unique_ptr<CQnException> pClone(original.Clone());
+        const CQnException& clone = *pClone;
+        EXPECT_EQ(typeid(clone), typeid(original));
+        EXPECT_EQ(clone.GetFullMessage(), "m\ninner");
+        ASSERT_NE(clone.GetInnerException(), nullptr);
+        EXPECT_NE(clone.GetInnerException(), original.GetInnerException());
+        EXPECT_NE(original.GetInnerException(), &inner);
+        const CQnException& innerClone = *clone.GetInnerException();
+        EXPECT_EQ(typeid(innerClone), typeid(CQnInvalidParamException));
+    }
+}
+
+TEST(ExceptionFamily, CopiesTheExtraTextBetweenObjectsOfTheClassOnly)
+{
+    ExtraException original;
+    EXPECT_EQ(original.GetExtra(), "");
+    original.SetExtra("extra");
+    EXPECT_EQ(ExtraException(original).GetExtra(), "extra");
+}
+
+TEST(FullMessage, IsTheChainWithALineFeedBetweenItsLinks)
+{
+    const CQnInvalidValueException innermost("c");
+    const CQnValidationException middle("b", "/x", innermost);
+    const CQnException outer("a", middle);
+    EXPECT_EQ(innermost.GetFullMessage(), "c");
+    EXPECT_EQ(outer.GetFullMessage(), "a\nb\nPath: /x\nc");
+    EXPECT_EQ(outer.GetInnerException()->GetPath(), "/x");
+    EXPECT_EQ(innermost.GetInnerException(), nullptr);
+}
+
+TEST(ExceptionAssignment, KeepsThePathAndLetsTheOldInnerExceptionGo)
+{
+    const CQnException source("source", "/s", CQnOverFlowException("new"));
+    CQnException target("target", "/t", CQnInvalidParamException("old"));
+    const std::unique_ptr<CQnException> pOld(target.GetInnerException());
+    target = source;
+    EXPECT_EQ(target.GetMessage(), "source\nPath: /s");
+    EXPECT_EQ(target.GetPath(), "/t");
+    EXPECT_EQ(target.GetInnerException()->GetMessage(), "new");
+    EXPECT_NE(target.GetInnerException(), source.GetInnerException());
+    EXPECT_EQ(pOld->GetMessage(), "old"); // alive, and the caller's to free
+
+    const std::unique_ptr<CQnException> pNew(target.GetInnerException());
+    target = CQnException("no inner");
+    EXPECT_EQ(target.GetInnerException(), nullptr);
+}
+
+TEST(ExceptionChain, IsCopiedPrintedAndDestroyedInConstantStack)
+{
+    static constexpr int iDepth = 2000;
+    const auto action = [] {
+        auto pOuter = std::make_unique<CountedException>("m");
+        for (int i = 1; i < iDepth; ++i)
+            pOuter = std::make_unique<CountedException>("m", *pOuter);
+        EXPECT_EQ(CountedException::s_iAlive, iDepth);
+        const std::unique_ptr<CQnException> pClone(pOuter->Clone());
+        EXPECT_EQ(CountedException::s_iAlive, 2 * iDepth);
+        EXPECT_EQ(pClone->GetFullMessage().size(), 2u * iDepth - 1);
+        const CQnException* pLast = pClone.get();
+        while (pLast->GetInnerException())
+            pLast = pLast->GetInnerException();
+        EXPECT_EQ(typeid(*pLast), typeid(CountedException));
+    };
+    RunOnSmallStack(action, 128 * 1024);
+    EXPECT_EQ(CountedException::s_iAlive, 0);
+}

@@ -1,0 +1,207 @@
+#include "QnXmlLib16/support/Functions.h"
+
+#include "tests/support/Scoped.h"
+
+#include <climits>
+#include <cstring>
+#include <cwchar>
+#include <gtest/gtest.h>
+
+using namespace QnXmlLib16;
+
+namespace {
+
+// Keeps the compiler from checking formats that are odd on purpose.
+std::string Print(const char* pszFormat, ...)
+{
+    va_list args;
+    va_start(args, pszFormat);
+    std::string strResult = FormatV(pszFormat, args);
+    va_end(args);
+    return strResult;
+}
+
+} // namespace
+
+TEST(FormatString, PrintsEveryConversionWhole)
+{
+    const std::string strLong(10000, 'x');
+    EXPECT_EQ(Print("[%s]", strLong.c_str()), "[" + strLong + "]");
+    EXPECT_EQ(Print("%5.2f", 3.14159), " 3.14");
+    EXPECT_EQ(Print("%f", 1e308).size(), 316u);
+    EXPECT_EQ(Print("%.60f", -1e308).size(), 371u);
+    EXPECT_EQ(Print("%400.2f|", 1.5).size(), 401u);
+    EXPECT_EQ(Print("%e %g %G", 1.5, 2.5, 1e-10), "1.500000e+00 2.5 1E-10");
+    EXPECT_EQ(Print("%d %i %u %x %X %#o", -1, 2, 3u, 255u, 255u, 8u), "-1 2 3 ff FF 010");
+    EXPECT_EQ(Print("%ld %lu", LONG_MIN, ULONG_MAX), "-9223372036854775808 18446744073709551615");
+    EXPECT_EQ(Print("%hd %+d % d %05d", 7, 7, 7, 7), "7 +7  7 00007");
+    EXPECT_EQ(Print("%*d|%-*d|%.*d", 5, 1, 5, 2, 3, 3), "    1|2    |003");
+    EXPECT_EQ(Print("%c%C%%%s", 'a', 'b', "c"), "ab%c");
+    EXPECT_EQ(Print("%ls %S", L"wide", L"text"), "wide text");
+    EXPECT_EQ(Print("%.3s|%10s|%-4s|", "abcdef", "x", "y"), "abc|         x|y   |");
+    EXPECT_EQ(Print("%Lf %s", 1.5L, "after"), "1.500000 after");
+    EXPECT_EQ(Print("%s", static_cast<const char*>(nullptr)), "(null)");
+    EXPECT_EQ(Print("%s", ""), "");
+    EXPECT_EQ(Print(""), "");
+    EXPECT_EQ(Print(nullptr), "");
+    const char acUnterminated[3] = {'a', 'b', 'c'};
+    EXPECT_EQ(Print("%.3s", acUnterminated), "abc");
+}
+
+// What the walk does not know adds nothing to the size, and nothing is read for it: all that
+// follows it is taken at its least length, a text at one character.
+TEST(FormatString, CutsWhatTheWalkDoesNotKnow)
+{
+    EXPECT_EQ(Print("%lld", 1234567890123LL), "1");
+    EXPECT_EQ(Print("%zu!", static_cast<std::size_t>(12345)), "12");
+    EXPECT_EQ(Print("%lld %s", 7LL, "text"), "7 t");
+    EXPECT_EQ(Print("%lld %*d %f", 7LL, 3, 4, 1.0).substr(0, 4), "7   ");
+    EXPECT_EQ(Print("%F.", 1.5), "");
+    EXPECT_EQ(Print("100%").substr(0, 3), "100");
+    EXPECT_EQ(Print("%ls|%s", L"\u00e9", "x").size(), 0u); // no multibyte form: vsnprintf stops
+    EXPECT_EQ(Print("%c-%d", '\0', 1), "");                // ends at the first zero character
+    EXPECT_EQ(Print("%.*s", -1, "text"), "");              // cut to a negative precision
+}
+
+TEST(FormatString, BearsAPointWhateverTheNumericLocaleIs)
+{
+    const Scoped::Locale locale(LC_ALL, "de_DE.utf8");
+    if (!locale.IsSet())
+        GTEST_SKIP() << "the machine has no locale with a decimal comma";
+    char szComma[8];
+    std::snprintf(szComma, sizeof szComma, "%.1f", 1.5);
+    ASSERT_STREQ(szComma, "1,5");
+    EXPECT_EQ(FormatString("%.2f %g %e", 1.5, 2.5, 3.5), "1.50 2.5 3.500000e+00");
+    EXPECT_EQ(Print("%.1f%5ls", 1.5, L"\u00e9"), "1.5   \u00e9");
+    std::snprintf(szComma, sizeof szComma, "%.1f", 1.5);
+    EXPECT_STREQ(szComma, "1,5"); // the thread's locale is back
+}
+
+TEST(FindReplace, TextMadeByAReplacementIsSearchedAgain)
+{
+    struct Row
+    {
+        const char *text, *find, *replace, *result;
+    };
+    const Row rows[] = {
+        {"aXbXc", "X", "-", "a-b-c"},
+        {"", "X", "-", ""},
+        {"XXX", "X", "", ""},
+        {"aab", "ab", "b", "b"},
+        {"xabcabcabcy", "abc", "", "xy"},
+        {"aabbc", "ab", "", "c"},
+        {"aaaaa", "aa", "a", "a"},
+        {"none", "abc", "-", "none"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.text);
+        std::string strText = row.text;
+        FindReplace(strText, row.find, row.replace);
+        EXPECT_EQ(strText, row.result);
+        const auto Widen = [](const char* psz) { return std::wstring(psz, psz + strlen(psz)); };
+        std::wstring wstrText = Widen(row.text);
+        FindReplace(wstrText, Widen(row.find), Widen(row.replace));
+        EXPECT_EQ(wstrText, Widen(row.result));
+    }
+}
+
+TEST(PadZero, FillsUpToTheWidth)
+{
+    EXPECT_EQ(PadZero(7, 3), "007");
+    EXPECT_EQ(PadZero(1234, 2), "1234");
+    EXPECT_EQ(PadZero(-5, 4), "-005");
+    EXPECT_EQ(PadZero(0, 0), "0");
+    EXPECT_EQ(PadZero(INT_MIN, 1), "-2147483648");
+    EXPECT_EQ(PadZero(1, 255), std::string(254, '0') + "1");
+}
+
+TEST(FractionOfASecond, HasNoTrailingZeros)
+{
+    EXPECT_EQ(TrimTrainingZeros("100"), "1");
+    EXPECT_EQ(TrimTrainingZeros("000"), "0");
+    EXPECT_EQ(TrimTrainingZeros("010"), "01");
+    EXPECT_EQ(TrimTrainingZeros(""), "");
+    EXPECT_EQ(ToFracString(0, 0, 0), "");
+    EXPECT_EQ(ToFracString(500, 0, 0), ".5");
+    EXPECT_EQ(ToFracString(5, 20, 0), ".00502");
+    EXPECT_EQ(ToFracString(0, 0, 1), ".000000001");
+    EXPECT_EQ(ToFracString(1, 0, 120), ".00100012");
+}
+
+TEST(LeapYear, FollowsTheGregorianRuleWithoutAShift)
+{
+    for (const int iYear : {2004, 2000, 0, -4, -400})
+        EXPECT_TRUE(IsLeapYear(iYear)) << iYear;
+    for (const int iYear : {1900, 2001, -1, -100, -5})
+        EXPECT_FALSE(IsLeapYear(iYear)) << iYear;
+}
+
+TEST(Quotient, RunsInSinglePrecision)
+{
+    struct Row
+    {
+        long long value;
+        int divisor, quotient;
+        long long modulo;
+    };
+    const Row rows[] = {
+        {7, 2, 3, 1},
+        {-7, 2, -4, 1},
+        {-1, 12, -1, 11},
+        {7, -2, -4, -1},
+        {16777217, 1, 16777216, 1},
+        {1000000007, 60, 16666667, -13},
+        {3000000000LL, 1, INT_MIN, 5147483648LL}, // no int holds it
+        {1, 0, INT_MIN, 1},
+        {0, 0, INT_MIN, 0},
+        {LLONG_MIN, 1, INT_MIN, LLONG_MIN + 2147483648LL},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.value);
+        EXPECT_EQ(GetQuotient(row.value, row.divisor), row.quotient);
+        EXPECT_EQ(GetModulo(row.value, row.divisor), row.modulo);
+    }
+}
+
+TEST(UnicodeToMultiByte, WritesAQuestionMarkForWhatTheLocaleLacks)
+{
+    EXPECT_EQ(UnicodeToMultiByte(nullptr), "");
+    EXPECT_EQ(UnicodeToMultiByte(L""), "");
+    EXPECT_EQ(UnicodeToMultiByte(L"a\u00e9\u20acb"), "a??b");
+    const Scoped::Locale locale(LC_CTYPE, "C.UTF-8");
+    ASSERT_TRUE(locale.IsSet());
+    EXPECT_EQ(UnicodeToMultiByte(L"a\u00e9\u20acb"), "a\u00e9\u20acb");
+    const wchar_t acSurrogate[] = {L'x', static_cast<wchar_t>(0xD800), L'y', 0};
+    EXPECT_EQ(UnicodeToMultiByte(acSurrogate), "x?y");
+}
+
+TEST(UpperCase, IsMadeInPlace)
+{
+    char szText[] = "aZ1\xe9";
+    EXPECT_EQ(strupr(szText), szText);
+    EXPECT_STREQ(szText, "AZ1\xe9");
+    EXPECT_EQ(strupr(nullptr), nullptr);
+}
+
+TEST(FileLength, IsKnownForRegularFilesOnly)
+{
+    const Scoped::File file;
+    FILE* pFile = std::fopen(file.Path(), "w+");
+    ASSERT_NE(pFile, nullptr);
+    EXPECT_EQ(_filelength(pFile), 0);
+    std::fputs("12345", pFile);
+    std::fseek(pFile, 2, SEEK_SET);
+    EXPECT_EQ(_filelength(pFile), 5);
+    EXPECT_EQ(std::ftell(pFile), 2);
+    std::fclose(pFile);
+
+    FILE* pDirectory = std::fopen("/tmp", "rt");
+    ASSERT_NE(pDirectory, nullptr);
+    EXPECT_EQ(_filelength(pDirectory), -1);
+    std::fclose(pDirectory);
+    FILE* pDevice = std::fopen("/dev/zero", "rt");
+    ASSERT_NE(pDevice, nullptr);
+    EXPECT_EQ(_filelength(pDevice), -1);
+    std::fclose(pDevice);
+    EXPECT_EQ(_filelength(nullptr), -1);
+}

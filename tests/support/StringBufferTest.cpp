@@ -1,0 +1,88 @@
+#include "QnXmlLib16/support/StringBuffer.h"
+
+#include <gtest/gtest.h>
+
+using namespace QnXmlLib16;
+
+TEST(StringBuffer, HoldsTextWholeAcrossBlocks)
+{
+    for (const unsigned long ulBlockSize : {0ul, 1ul, 2ul, 3ul, 17ul, 4096ul}) {
+        SCOPED_TRACE(ulBlockSize);
+        CStringBuffer buffer(ulBlockSize);
+        std::string strExpected;
+        for (int i = 0; i < 300; ++i) {
+            const std::string strPiece(static_cast<std::size_t>(i % 41),
+                                       static_cast<char>('a' + i % 26));
+            buffer.Append(strPiece);
+            buffer.Append('-');
+            buffer.Append(strPiece.c_str());
+            buffer.Append(strPiece.data(), strPiece.size());
+            strExpected += strPiece + "-" + strPiece + strPiece;
+            if (i % 100 == 50) { // joined, and appended to again
+                EXPECT_EQ(buffer.GetText(), strExpected);
+            }
+        }
+        EXPECT_EQ(buffer.GetLength(), strExpected.size());
+        EXPECT_EQ(buffer.GetText(), strExpected);
+    }
+}
+
+TEST(StringBuffer, JoinsItsBlocksOnceAndCountsOn)
+{
+    CStringBuffer buffer;
+    EXPECT_STREQ(buffer.GetText(), "");
+    buffer.Append(std::string(5000, 'x'));
+    const char* pszText = buffer.GetText();
+    EXPECT_EQ(std::strlen(pszText), 5000u);
+    EXPECT_EQ(buffer.GetText(), pszText);
+    EXPECT_EQ(buffer.GetLength(), 5000u);
+}
+
+TEST(StringBuffer, StopsAtAZeroByteSaveForASingleCharacter)
+{
+    CStringBuffer buffer;
+    buffer.Append(std::string("a\0b", 3));
+    EXPECT_EQ(buffer.GetLength(), 1u);
+    buffer.Append('\0');
+    buffer.Append("c");
+    EXPECT_EQ(buffer.GetLength(), 3u);
+    EXPECT_STREQ(buffer.GetText(), "a");
+    EXPECT_EQ(buffer.GetText()[2], 'c');
+    buffer.Append(static_cast<const char*>(nullptr));
+    EXPECT_EQ(buffer.GetLength(), 3u);
+}
+
+TEST(StringBuffer, EmptyKeepsAnOnlyBlockZeroed)
+{
+    CStringBuffer buffer(8);
+    buffer.Append("1234");
+    const char* pszText = buffer.GetText();
+    buffer.Empty();
+    EXPECT_EQ(buffer.GetLength(), 0u);
+    EXPECT_EQ(buffer.GetText(), pszText);
+    EXPECT_STREQ(pszText, "");
+    buffer.Append("56");
+    EXPECT_STREQ(buffer.GetText(), "56");
+    buffer.Append("more than one block");
+    buffer.Empty();
+    EXPECT_STREQ(buffer.GetText(), "");
+    buffer.Append("z");
+    buffer.Clear();
+    EXPECT_STREQ(buffer.GetText(), "");
+    EXPECT_EQ(buffer.GetLength(), 0u);
+}
+
+TEST(StringBuffer, TakesItsOwnTextAsArgument)
+{
+    CStringBuffer buffer(8);
+    buffer.Append("abcdefghij");
+    buffer.SetText(buffer.GetText());
+    EXPECT_STREQ(buffer.GetText(), "abcdefghij");
+    buffer.Append(buffer.GetText() + 5);
+    EXPECT_STREQ(buffer.GetText(), "abcdefghijfghij");
+    buffer.SetText(buffer.GetText() + 10);
+    buffer.Append(buffer.GetText());
+    EXPECT_STREQ(buffer.GetText(), "fghijfghij");
+    buffer.SetText(nullptr);
+    EXPECT_EQ(buffer.GetLength(), 0u);
+}
