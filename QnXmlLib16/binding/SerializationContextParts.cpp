@@ -1,15 +1,12 @@
 #include "QnXmlLib16/binding/SerializationContext.h"
 
 #include "QnXmlLib16/collections/AttributeCol.h"
+#include "QnXmlLib16/fastinfoset/FastInfosetContext.h"
 #include "QnXmlLib16/json/JsonContext.h"
 
 #include <utility>
 
 namespace QnXmlLib16 {
-
-// Holds no settings as long as there is no Fast Infoset writer.
-class CFastInfosetContext
-{};
 
 // The first object that this library constructs, so that static objects of other sources and of
 // the application may serialise in their constructors.

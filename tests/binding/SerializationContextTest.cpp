@@ -1,0 +1,160 @@
+#include "QnXmlLib16/binding/SerializationContext.h"
+
+#include "tests/model/Failure.h"
+
+#include "QnXmlLib16/collections/AttributeCol.h"
+#include "QnXmlLib16/json/JsonContext.h"
+
+#include <gtest/gtest.h>
+
+using namespace QnXmlLib16;
+using Model::ExpectFailure;
+
+namespace {
+
+// Constructed before main, when the default context has to be there already.
+const std::string kEarlyIndent = CSerializationContext::m_defaultContext.GetIndentChars();
+
+} // namespace
+
+TEST(SerializationContext, StartsWithItsDefaults)
+{
+    EXPECT_EQ(kEarlyIndent, "\t");
+    const CSerializationContext fresh;
+    for (const CSerializationContext* const pContext :
+         {&fresh,
+          static_cast<const CSerializationContext*>(&CSerializationContext::m_defaultContext)}) {
+        EXPECT_TRUE(pContext->GetWriteTypeAttribute());
+        EXPECT_TRUE(pContext->GetStripCDATA());
+        EXPECT_EQ(pContext->GetIndentChars(), "\t");
+        EXPECT_FALSE(pContext->GetIgnoreUnknownAttributes());
+        EXPECT_FALSE(pContext->GetIgnoreUnknownElements());
+        EXPECT_FALSE(pContext->GetIgnoreMissingMandatoryElements());
+        EXPECT_FALSE(pContext->GetIgnoreMissingChoice());
+        EXPECT_FALSE(pContext->GetIgnoreInvalidCollectionCounts());
+        EXPECT_FALSE(pContext->GetIgnoreNamespaces());
+        EXPECT_FALSE(pContext->GetNoOptionalAttributeDefaultOutput());
+        EXPECT_FALSE(pContext->GetWriteDefaultElementValues());
+        EXPECT_EQ(pContext->GetDefaultNamespaceURI(), "");
+        EXPECT_EQ(pContext->GetInLineSchema(), "");
+        EXPECT_EQ(pContext->GetSchemaType(), SchemaType_Default);
+        EXPECT_EQ(pContext->GetNamespaceAliases().GetNamespaceCount(), 0);
+        EXPECT_TRUE(pContext->GetProcessingInstructions().empty());
+    }
+}
+
+TEST(SerializationContext, TheTwoRelaxationsOfElementsExcludeEachOther)
+{
+    const std::string strBoth =
+        "The parser can only ignore additional elements, or ignore the fact that some required "
+        "ones are missing, you can not ignore both\nSet IgnoreMissingMandatoryElements to false "
+        "before setting IgnoreUnknownElements to true";
+    CSerializationContext context;
+    context.SetIgnoreMissingMandatoryElements(true);
+    ExpectFailure<CQnInvalidStateException>([&] { context.SetIgnoreUnknownElements(true); },
+                                            strBoth);
+    EXPECT_FALSE(context.GetIgnoreUnknownElements());
+    context.SetIgnoreUnknownElements(false);
+
+    context.SetIgnoreMissingMandatoryElements(false);
+    context.SetIgnoreUnknownElements(true);
+    ExpectFailure<CQnInvalidStateException>(
+        [&] { context.SetIgnoreMissingMandatoryElements(true); }, strBoth);
+    EXPECT_FALSE(context.GetIgnoreMissingMandatoryElements());
+    EXPECT_TRUE(context.GetIgnoreUnknownElements());
+}
+
+TEST(SerializationContext, IgnoresNamespacesOfASchemaWithoutThem)
+{
+    CSerializationContext context;
+    context.SetSchemaType(SchemaType_NoNamespaces);
+    context.SetIgnoreNamespaces(false);
+    EXPECT_TRUE(context.GetIgnoreNamespaces());
+    context.SetSchemaType(SchemaType_Other);
+    EXPECT_FALSE(context.GetIgnoreNamespaces());
+    context.SetIgnoreNamespaces(true);
+    EXPECT_TRUE(context.GetIgnoreNamespaces());
+}
+
+TEST(SerializationContext, IndentsWithTabsAndBlanksOnly)
+{
+    CSerializationContext context;
+    context.SetIndentChars("  \t");
+    for (const char* const pszBad : {" x", "\n", "-"}) {
+        ExpectFailure<CQnInvalidParamException>(
+            [&] { context.SetIndentChars(pszBad); },
+            "IndentChars can only contain Whitespace characters, i.e. \\t or spaces");
+        EXPECT_EQ(context.GetIndentChars(), "  \t");
+    }
+    context.SetIndentChars("");
+    EXPECT_EQ(context.GetIndentChars(), "");
+    context.SetIndentChars(" ");
+    context.SetIndentChars(nullptr);
+    EXPECT_EQ(context.GetIndentChars(), "");
+}
+
+TEST(SerializationContext, CopiesShareTheRootAttributesAndNothingElse)
+{
+    CSerializationContext original;
+    original.SetIgnoreUnknownAttributes(true);
+    original.SetDefaultNamespaceURI("urn:d");
+    original.GetNamespaceAliases().Add("a", "urn:a");
+    original.GetProcessingInstructions().push_back("<?a?>");
+    original.GetJsonContext().SetSupportRoundtrip(JsonRoundTrip_None);
+    original.GetAdditionalRootAttributes()->Add("x", "1");
+
+    CSerializationContext assigned;
+    assigned.GetJsonContext().SetRootElementName("gone");
+    assigned = original;
+    for (CSerializationContext copy : {CSerializationContext(original), assigned}) {
+        EXPECT_TRUE(copy.GetIgnoreUnknownAttributes());
+        EXPECT_EQ(copy.GetDefaultNamespaceURI(), "urn:d");
+        EXPECT_EQ(copy.GetAdditionalRootAttributes(), original.GetAdditionalRootAttributes());
+        EXPECT_EQ(copy.GetJsonContext().GetSupportRoundtrip(), JsonRoundTrip_None);
+        EXPECT_EQ(copy.GetJsonContext().GetRootElementName(), "");
+        EXPECT_NE(&copy.GetJsonContext(), &original.GetJsonContext());
+
+        copy.GetJsonContext().SetSupportRoundtrip(JsonRoundTrip_Full);
+        copy.GetNamespaceAliases().Add("b", "urn:b");
+        copy.GetProcessingInstructions().clear();
+        copy = *&copy;
+        EXPECT_EQ(copy.GetNamespaceAliases().GetNamespaceCount(), 2);
+    }
+    EXPECT_EQ(original.GetJsonContext().GetSupportRoundtrip(), JsonRoundTrip_None);
+    EXPECT_EQ(original.GetNamespaceAliases().GetNamespaceCount(), 1);
+    EXPECT_EQ(original.GetProcessingInstructions().size(), 1u);
+}
+
+TEST(NamespaceAliases, AreSortedByNamespaceAndReplaced)
+{
+    CNamespaceAliasMap map;
+    map.Add("z", "urn:b");
+    map.Add("y", "urn:a");
+    map.Add("x", "urn:b");
+    map.Add("y", "urn:c");
+    ASSERT_EQ(map.GetNamespaceCount(), 3);
+    EXPECT_EQ(map.GetNamespaceAt(0), "urn:a");
+    EXPECT_EQ(map.GetNamespaceAt(1), "urn:b");
+    EXPECT_EQ(map.GetNamespaceAt(3), "");
+    EXPECT_EQ(map.GetNamespaceAt(-1), "");
+    EXPECT_EQ(map.GetAliasFromNamespace("urn:b"), "x");
+    EXPECT_EQ(map.GetNamespaceFromAlias("y"), "urn:a"); // the first in order
+    EXPECT_FALSE(map.DoesAliasExist("z"));
+    EXPECT_TRUE(map.DoesAliasExist("x"));
+    map.RemoveNamespace("urn:b");
+    map.RemoveNamespace("urn:unknown");
+    EXPECT_FALSE(map.DoesNamespaceExist("urn:b"));
+    EXPECT_EQ(map.GetNamespaceCount(), 2);
+    ExpectFailure<CQnException>([&] { map.GetNamespaceFromAlias("x"); },
+                                "Namespace alias [x] not found");
+}
+
+TEST(NamespaceAliases, AskingForAnUnknownNamespaceAddsIt)
+{
+    const CNamespaceAliasMap map;
+    EXPECT_FALSE(map.DoesNamespaceExist("urn:a"));
+    EXPECT_EQ(map.GetNamespaceCount(), 0);
+    EXPECT_EQ(map.GetAliasFromNamespace("urn:a"), "");
+    EXPECT_EQ(map.GetNamespaceCount(), 1);
+    EXPECT_TRUE(map.DoesNamespaceExist("urn:a"));
+}
