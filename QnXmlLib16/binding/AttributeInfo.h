@@ -1,6 +1,8 @@
 #pragma once
 
 #include "QnXmlLib16/support/Export.h"
+#include "QnXmlLib16/validation/PrimitiveRestrictions.h"
+#include "QnXmlLib16/validation/WhitespaceUtils.h"
 #include "QnXmlLib16/values/ItemType.h"
 
 #include <string>
@@ -60,11 +62,91 @@ protected:
                           const char* pszTargetNamespace, const CSerializationContext& context);
     static std::string GetTargetNamespace(const CXmlObjectBase* pObject);
 
+    // What the attributes with a value of their own share.
+
+    // Whether there is something to write. A nil value counts as none, and comes back as none; one
+    // that is mandatory is for the conversion to refuse.
+    bool ReadValue(const CXmlGeneratedClass* pObject, QnVariant& value) const;
+    // Whether the context leaves out an optional attribute of this text, its default.
+    bool IsLeftOut(const CSerializationContext& context, const std::string& strText) const;
+    void ValidateSeen(bool bSeen) const;
+
     std::string m_strName;
     std::string m_strNamespace;
     int m_nProperty;
     bool m_bOptional;
     std::string m_strDefault;
+};
+
+// An attribute with a typed value. Its facets are checked on writing only, and reading compares
+// the namespace even if the context ignores namespaces.
+class QNXML_API CAttributeInfoPrimitive : public CAttributeInfo
+{
+public:
+    // A null format is none.
+    CAttributeInfoPrimitive(const char* pszName, const char* pszNamespace, int nProperty,
+                            bool bOptional, ItemType itemType, const char* pszFormat,
+                            CWhitespaceUtils::WhitespaceRule whitespace,
+                            const CPrimitiveRestrictions& restrictions, const char* pszDefault);
+
+    void AttributeToXml(const CSerializationContext& context, const CXmlGeneratedClass* pObject,
+                        CXmlWriter* pWriter) const override;
+    bool AttributeFromXml(const CSerializationContext& context, CXmlGeneratedClass* pObject,
+                          CXmlAttribute* pAttribute) override;
+    // "Failed to find the required Attribute [%s]."
+    void Validate(const CSerializationContext& context, bool bSeen) const override;
+
+private:
+    CPrimitiveRestrictions m_restrictions;
+    ItemType m_itemType;
+    std::string m_strFormat;
+    CWhitespaceUtils::WhitespaceRule m_whitespace;
+};
+
+// An attribute with the text of an enumeration. A value that fnEnumToString answers null for is
+// not written, though the attribute be mandatory.
+class QNXML_API CAttributeInfoEnum : public CAttributeInfo
+{
+public:
+    CAttributeInfoEnum(const char* pszName, const char* pszNamespace, int nProperty, bool bOptional,
+                       const char* (*fnEnumToString)(int), int (*fnStringToEnum)(const char*),
+                       const char* pszDefault);
+
+    void AttributeToXml(const CSerializationContext& context, const CXmlGeneratedClass* pObject,
+                        CXmlWriter* pWriter) const override;
+    bool AttributeFromXml(const CSerializationContext& context, CXmlGeneratedClass* pObject,
+                          CXmlAttribute* pAttribute) override;
+    // "Failed to find the required Attribute [%s]."
+    void Validate(const CSerializationContext& context, bool bSeen) const override;
+
+private:
+    int (*m_fnStringToEnum)(const char*);
+    const char* (*m_fnEnumToString)(int);
+};
+
+// Wildcard attributes: every attribute whose namespace the list admits goes into the property's
+// CAttributeCol. Typed entries win if they come first in the table.
+class QNXML_API CAttributeInfoAny : public CAttributeInfo
+{
+public:
+    // pszAnyNamespaces is a restriction as CXmlObjectHelper::IsNamespaceValid takes it.
+    CAttributeInfoAny(const char* pszName, const char* pszNamespace, int nProperty, bool bOptional,
+                      const char* pszDefault, const char* pszAnyNamespaces,
+                      const char* pszTargetNamespace);
+
+    void AttributeToXml(const CSerializationContext& context, const CXmlGeneratedClass* pObject,
+                        CXmlWriter* pWriter) const override;
+    // Throws CQnException "Serialization Data Error : The collection should be a CAttributeCol, it
+    // was not!" if the property holds anything else, and CQnInvalidNamespaceException for an
+    // attribute that the list admits and the collection's own restriction does not.
+    bool AttributeFromXml(const CSerializationContext& context, CXmlGeneratedClass* pObject,
+                          CXmlAttribute* pAttribute) override;
+    // Nothing is ever missing.
+    void Validate(const CSerializationContext& context, bool bSeen) const override;
+
+private:
+    std::string m_strAnyNamespaces;
+    std::string m_strTargetNamespace;
 };
 
 } // namespace QnXmlLib16Data

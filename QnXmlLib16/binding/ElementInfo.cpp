@@ -206,12 +206,18 @@ bool CElementInfo::ElementToXmlCol(const CSerializationContext& context,
 {
     QnVariant value;
     ReadProperty(pObject, value);
-    CXmlCollectionBase* const pCollection = value.PeekXmlCollection();
-    if (!pCollection || pCollection->GetCount() <= 0)
+    const CXmlCollectionBase* const pCollection = value.PeekXmlCollection();
+    return pCollection && WriteItems(*pCollection, context, pWriter);
+}
+
+bool CElementInfo::WriteItems(const CXmlCollectionBase& collection,
+                              const CSerializationContext& context, CXmlWriter* pWriter) const
+{
+    if (collection.GetCount() <= 0)
         return false;
     pWriter->SetContextState(CXmlWriter::ContextState_BeforeItems);
-    CXmlObjectBase::ToXml_Int(pCollection->GetBase(), pWriter, false, m_strNamespace.c_str(),
-                              context, false);
+    CXmlObjectBase::ToXml_Int(collection.GetBase(), pWriter, false, m_strNamespace.c_str(), context,
+                              false);
     pWriter->SetContextState(CXmlWriter::ContextState_AfterItems);
     return true;
 }

@@ -11,6 +11,7 @@
 
 namespace QnXmlLib16 {
 class CSerializationContext;
+class CXmlCollectionBase;
 class CXmlElement;
 class CXmlGeneratedClass;
 class CXmlObjectBase;
@@ -31,6 +32,11 @@ namespace QnXmlLib16Data {
 class QNXML_API CElementInfo
 {
 public:
+    // Makes a new child from its class id and its element name.
+    using CreateFunction = CSmartPtr<CXmlObjectBase> (*)(int, const char*);
+    // Makes a new child of the class that the element stands for, null if there is none.
+    using CreateFromElementFunction = CSmartPtr<CXmlObjectBase> (*)(CXmlElement*);
+
     // For the kinds that hold an object.
     CElementInfo(const char* pszName, const char* pszNamespace, int nProperty);
     // For enumerations. A null default is none.
@@ -132,7 +138,6 @@ protected:
     enum class Trait : unsigned char
     {
         None,
-        MandatoryByName, // matches one element by its name, or else the group does not match
         ChoiceOptional,  // a choice member that may be absent
         ChoiceCollection // a choice member that may be absent if its collection has no lower bound
     };
@@ -159,6 +164,9 @@ private:
     // Whether the element's nil attribute is set. Fails for any other attribute that the context
     // does not ignore, and for a nil attribute where none may stand.
     bool ReadNil(const CSerializationContext& context, const CXmlElement& element) const;
+    // What ElementToXmlCol does with the collection.
+    bool WriteItems(const CXmlCollectionBase& collection, const CSerializationContext& context,
+                    CXmlWriter* pWriter) const;
 };
 
 } // namespace QnXmlLib16Data

@@ -4,6 +4,7 @@
 #include "QnXmlLib16/binding/ParentElementInfo.h"
 #include "QnXmlLib16/binding/SerializationContext.h"
 #include "QnXmlLib16/binding/XmlGeneratedClass.h"
+#include "QnXmlLib16/binding/internal/SiblingScan.h"
 #include "QnXmlLib16/collections/AttributeCol.h"
 #include "QnXmlLib16/support/Exceptions.h"
 #include "QnXmlLib16/support/Functions.h"
@@ -14,6 +15,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <optional>
 #include <strings.h>
 #include <typeinfo>
 
@@ -78,6 +80,37 @@ bool ParseNil(const CXmlAttribute& attribute)
     throw CQnValidationException(
         FormatString("Unexpected Value [%s] for 'nil' Attribute found.", pszValue),
         attribute.GetXPath());
+}
+
+// Asks an entry of a sequence, at one sibling after the other where unknown elements are ignored.
+bool AskInSequence(CElementInfo& entry, const CSerializationContext& context,
+                   CXmlGeneratedClass* pObject, CXmlElement* pElement, CXmlElement*& pCursor,
+                   const char* pszNamespace, XmlElementType elementType)
+{
+    const auto ask = [&] {
+        return entry.ElementFromXml(context, pObject, pElement, &pCursor, pszNamespace,
+                                    elementType);
+    };
+    if (!context.GetIgnoreUnknownElements())
+        return ask();
+
+    const bool bInGroup = elementType != XmlElementType_Element;
+    const CXmlElement* const pFirst = pCursor;
+    if (bInGroup)
+        pCursor = CSiblingScan::SkipRefused(entry, pCursor);
+    bool bHasTaken = false;
+    for (;;) {
+        CXmlElement* const pAsked = pCursor;
+        const bool bDone = ask();
+        if (!bHasTaken && (bDone || pCursor != pAsked || !pCursor)) {
+            bHasTaken = true;
+            if (bInGroup && pAsked != pFirst)
+                CSiblingScan::NoteRefused(entry, pFirst, pAsked);
+        }
+        if (bDone || !pCursor)
+            return bDone;
+        pCursor = pCursor->GetNextSiblingElement();
+    }
 }
 
 } // namespace
@@ -243,8 +276,12 @@ CXmlElement* CXmlGeneratedClass::FromXml_Int(CXmlElement* pElement, CXmlElement*
     Init();
     try {
         const CParentElementInfo& info = *GetClassInfo();
-        if (info.m_elementType == XmlElementType_Element)
+        std::optional<CSiblingScan> scan;
+        if (info.m_elementType == XmlElementType_Element) {
             m_strElementName = pElement->GetLocalName();
+            if (context.GetIgnoreUnknownElements())
+                scan.emplace();
+        }
         ProcessAttributesFromXml(context, pElement, info.m_bStrictAttributes);
 
         INillable* const pNillable = FindNillable(info);
@@ -328,17 +365,20 @@ CXmlElement* CXmlGeneratedClass::ProcessElementSeqFromXml(const CSerializationCo
     CXmlElement* const pStart = pCursor;
     CElementInfo** const ppEntries = GetClassElementInfo();
     const std::string strNamespace = GetNamespace();
+    // What a group of another type has read before it failed may stay with its owner.
+    const bool bIsGivenUp =
+        elementType == XmlElementType_PseudoElement && context.GetIgnoreUnknownElements();
+    if (bIsGivenUp && *ppEntries && CSiblingScan::IsMismatch(**ppEntries, pStart))
+        return pStart;
 
     for (std::size_t i = 0;;) {
-        while (ppEntries[i]) {
-            if (ppEntries[i]->ElementFromXml(context, this, pElement, &pCursor,
-                                             strNamespace.c_str(), elementType)) {
-                ++i;
+        for (; ppEntries[i]; ++i) {
+            if (AskInSequence(*ppEntries[i], context, this, pElement, pCursor, strNamespace.c_str(),
+                              elementType))
                 continue;
-            }
-            if (!context.GetIgnoreUnknownElements() || !pCursor)
-                return pStart;
-            pCursor = pCursor->GetNextSiblingElement();
+            if (bIsGivenUp)
+                CSiblingScan::NoteMismatch(**ppEntries, pStart);
+            return pStart;
         }
         if (elementType != XmlElementType_Element || !pCursor)
             return pCursor;
