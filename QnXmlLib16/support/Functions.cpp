@@ -313,11 +313,16 @@ bool IsPointTheRadix()
 template <class TString>
 void ReplaceAll(TString& strText, const TString& strFind, const TString& strReplace)
 {
-    const std::size_t uOverlap = strFind.empty() ? 0 : strFind.size() - 1;
+    if (strFind.empty())
+        return;
+    // A replacement that contains the searched text is passed over, or there would be no end.
+    const bool bOnePass = strReplace.find(strFind) != TString::npos;
     std::size_t uPosition = strText.find(strFind);
     while (uPosition != TString::npos) {
         strText.replace(uPosition, strFind.size(), strReplace);
-        uPosition = strText.find(strFind, uPosition - std::min(uPosition, uOverlap));
+        const std::size_t uNext = bOnePass ? uPosition + strReplace.size()
+                                           : uPosition - std::min(uPosition, strFind.size() - 1);
+        uPosition = strText.find(strFind, uNext);
     }
 }
 

@@ -24,8 +24,8 @@ QNXML_API std::string FormatV(const char* pszFormat, va_list args)
     __attribute__((format(printf, 1, 0)));
 
 // Replaces every occurrence in place, and what the replacements make up anew as well: "ab" by
-// "b" turns "aab" into "b". Does not end if strReplace contains strFind, which an empty strFind
-// always is: callers use texts that are disjoint.
+// "b" turns "aab" into "b". A strReplace that contains strFind makes one pass from the left
+// instead. An empty strFind changes nothing.
 QNXML_API void FindReplace(std::string& strText, const std::string& strFind,
                            const std::string& strReplace);
 QNXML_API void FindReplace(std::wstring& strText, const std::wstring& strFind,

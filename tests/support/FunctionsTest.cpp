@@ -92,6 +92,9 @@ TEST(FindReplace, TextMadeByAReplacementIsSearchedAgain)
         {"aabbc", "ab", "", "c"},
         {"aaaaa", "aa", "a", "a"},
         {"none", "abc", "-", "none"},
+        {"abab", "ab", "aab", "aabaab"}, // one pass: the replacement holds the searched text
+        {"aa", "a", "a", "aa"},
+        {"abc", "", "-", "abc"},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.text);
