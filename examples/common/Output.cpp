@@ -71,7 +71,8 @@ CBinaryData COutput::ToBytes(const CXmlObjectBase& object) const
 
 const char* COutput::Help()
 {
-    return "  --format, --no-format   pretty printing on (the default) or off\n"
+    return "  --format, --no-format   pretty printing, which puts its own white space between\n"
+           "                          elements, on or off (the default: texts stay as they are)\n"
            "  --indent TEXT           blanks or tabs for one level; a tab by default\n"
            "  --eol crlf|lf           line ends; lf by default\n"
            "  --encoding utf-8|wide   utf-8 by default; wide is one 32-bit unit a character, a\n"

@@ -31,7 +31,7 @@ private:
 struct COutput
 {
     bool m_bHeader = true;
-    bool m_bFormat = true;
+    bool m_bFormat = false;
     QnXmlLib16::XmlEncoding m_eEncoding = QnXmlLib16::XmlEncoding_UTF8;
     QnXmlLib16::EOLType m_eEOL = QnXmlLib16::EOLType_LF;
     QnXmlLib16::CSerializationContext m_context;

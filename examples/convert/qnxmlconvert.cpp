@@ -4,36 +4,101 @@
 #include <chrono>
 #include <cstdio>
 #include <filesystem>
+#include <set>
 #include <vector>
 
 using namespace QnXmlLib16;
 
 namespace {
 
-struct CCounts
+// A document without generated classes. Like a bound root it declares the context's namespaces.
+class CRootElement : public CElement
+{
+public:
+    CRootElement() : CElement("") {}
+
+protected:
+    void ToXml_Int(CXmlWriter* pWriter, bool bIsRoot, const char* pszTargetNamespace,
+                   const CSerializationContext& context, bool bOptionalChoice) const override
+    {
+        if (bIsRoot) {
+            const CNamespaceAliasMap& aliases = context.GetNamespaceAliases();
+            for (int i = 0; i < aliases.GetNamespaceCount(); ++i) {
+                const std::string strNamespace = aliases.GetNamespaceAt(i);
+                pWriter->AddNamespace(aliases.GetAliasFromNamespace(strNamespace.c_str()),
+                                      strNamespace);
+            }
+            pWriter->SetDefaultNamespace(context.GetDefaultNamespaceURI());
+        }
+        CElement::ToXml_Int(pWriter, bIsRoot, pszTargetNamespace, context, bOptionalChoice);
+    }
+};
+
+// What one walk over a document finds.
+struct CSurvey
 {
     size_t m_iElements = 0;
     size_t m_iAttributes = 0;
-    size_t m_iCharacters = 0; // bytes of text in elements and attribute values
+    size_t m_iTextBytes = 0; // of elements and attribute values
+    std::set<std::string> m_setElementNamespaces;
+    std::set<std::string> m_setAttributeNamespaces;
 };
 
-CCounts Count(CXmlElement* pRoot)
+CSurvey Survey(CXmlElement* pRoot)
 {
-    CCounts counts;
+    CSurvey survey;
     std::vector<CXmlElement*> vecOpen{pRoot};
     while (!vecOpen.empty()) {
         CXmlElement* pElement = vecOpen.back();
         vecOpen.pop_back();
-        ++counts.m_iElements;
-        counts.m_iCharacters += pElement->GetText().size();
+        ++survey.m_iElements;
+        survey.m_iTextBytes += pElement->GetText().size();
+        survey.m_setElementNamespaces.insert(pElement->GetNamespaceURI());
         for (const CXmlAttribute* pAttribute : pElement->GetAttributes()) {
-            ++counts.m_iAttributes;
-            counts.m_iCharacters += pAttribute->GetValue().size();
+            ++survey.m_iAttributes;
+            survey.m_iTextBytes += pAttribute->GetValue().size();
+            survey.m_setAttributeNamespaces.insert(pAttribute->GetNamespaceURI());
         }
         for (CXmlElement* p = pElement->GetFirstElement(); p; p = p->GetNextSiblingElement())
             vecOpen.push_back(p);
     }
-    return counts;
+    return survey;
+}
+
+// Lets the output use the prefixes of the input. An unprefixed element would fall into a default
+// namespace, so there is one only where every element is in a namespace.
+void TakePrefixes(const CXmlDocument& document, const CSurvey& survey,
+                  CSerializationContext& context)
+{
+    std::set<std::string> setNamespaces = survey.m_setElementNamespaces;
+    setNamespaces.insert(survey.m_setAttributeNamespaces.begin(),
+                         survey.m_setAttributeNamespaces.end());
+    for (const std::string& strNamespace : setNamespaces) {
+        const std::string strPrefix = document.LookupAliasFromNamespace(strNamespace.c_str());
+        const bool bFound = document.LookupNamespaceFromAlias(strPrefix.c_str()) == strNamespace;
+        if (strNamespace.empty() || !bFound)
+            continue;
+        if (!strPrefix.empty())
+            context.GetNamespaceAliases().Add(strPrefix.c_str(), strNamespace.c_str());
+        else if (survey.m_setElementNamespaces.count("") == 0)
+            context.SetDefaultNamespaceURI(strNamespace.c_str());
+    }
+}
+
+// Takes away the white space between elements, for which pretty printing puts its own.
+void DropIndentation(CElement& root)
+{
+    std::vector<CElement*> vecOpen{&root};
+    while (!vecOpen.empty()) {
+        CElement* pElement = vecOpen.back();
+        vecOpen.pop_back();
+        if (!pElement->GetElements()->GetCount())
+            continue;
+        if (pElement->GetText().find_first_not_of(" \t\r\n") == std::string::npos)
+            pElement->SetText("");
+        for (CNode* pNode = pElement->GetElements()->begin(); pNode; pNode = pNode->GetNext())
+            vecOpen.push_back(static_cast<CElement*>(pNode->GetItem()));
+    }
 }
 
 double MilliSecondsSince(std::chrono::steady_clock::time_point start)
@@ -68,14 +133,17 @@ int Run(int argc, char** argv)
         throw examples::CUsageError("one INPUT and at most one OUTPUT, please");
 
     const auto startOfRead = std::chrono::steady_clock::now();
-    CSmartPtr<CElement> pRoot = new CElement("");
-    CCounts counts;
+    CSmartPtr<CRootElement> pRoot = new CRootElement;
+    CSurvey survey;
     {
         CXmlDocument document(output.m_context);
         document.Load(vecPaths[0].c_str());
         pRoot->CopyXmlElement(document.GetDocumentElement());
-        counts = Count(document.GetDocumentElement());
+        survey = Survey(document.GetDocumentElement());
+        TakePrefixes(document, survey, output.m_context);
     }
+    if (output.m_bFormat)
+        DropIndentation(*pRoot);
     const double dRead = MilliSecondsSince(startOfRead);
 
     const auto startOfWrite = std::chrono::steady_clock::now();
@@ -86,7 +154,7 @@ int Run(int argc, char** argv)
     std::fprintf(stderr,
                  "%zu elements, %zu attributes, %zu bytes of text\n"
                  "%ju bytes in, %lu bytes out, read in %.1f ms, written in %.1f ms\n",
-                 counts.m_iElements, counts.m_iAttributes, counts.m_iCharacters,
+                 survey.m_iElements, survey.m_iAttributes, survey.m_iTextBytes,
                  static_cast<uintmax_t>(std::filesystem::file_size(vecPaths[0])), bytes.GetLength(),
                  dRead, dWrite);
     return examples::kExitGood;

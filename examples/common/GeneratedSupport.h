@@ -1,0 +1,233 @@
+// What a generator puts beside the classes of every schema: the parts that are the same in all of
+// them. Nothing here knows a schema.
+#pragma once
+
+#include "QnXmlLib16/binding/AttributeInfo.h"
+#include "QnXmlLib16/binding/ElementInfo.h"
+#include "QnXmlLib16/binding/ParentElementInfo.h"
+#include "QnXmlLib16/binding/XmlGeneratedClass.h"
+#include "QnXmlLib16/collections/XmlCollection.h"
+#include "QnXmlLib16/support/Exceptions.h"
+#include "QnXmlLib16/values/BigInteger.h"
+#include "QnXmlLib16/values/DateTime.h"
+#include "QnXmlLib16/values/Decimal.h"
+#include "QnXmlLib16/values/QnVariant.h"
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace GeneratedSupport {
+
+// Base of the generated classes: publishes the record and the tables that the class describes.
+class CBoundClass : public QnXmlLib16::CXmlGeneratedClass
+{
+public:
+    using CXmlGeneratedClass::GetBase;
+    QnXmlLib16::CXmlObjectBase* GetBase() override { return this; }
+
+    QnXmlLib16Data::CParentElementInfo* GetClassInfo() const final;
+    QnXmlLib16Data::CElementInfo** GetClassElementInfo() const final;
+    QnXmlLib16Data::CAttributeInfo** GetClassAttributeInfo() const final;
+
+protected:
+    // The record and the tables of one class, for all its instances.
+    class CMetaData
+    {
+    public:
+        // Calls fnDescribe, which fills the object, under the lock of all generated tables.
+        explicit CMetaData(void (*fnDescribe)(CMetaData&));
+        CMetaData(const CMetaData&) = delete;
+        CMetaData& operator=(const CMetaData&) = delete;
+        ~CMetaData();
+
+        // Each takes over what it is given; entries come in schema order.
+        void SetClass(QnXmlLib16Data::CParentElementInfo* pInfo);
+        void Add(QnXmlLib16Data::CElementInfo* pElement);
+        void Add(QnXmlLib16Data::CAttributeInfo* pAttribute);
+
+    private:
+        friend class CBoundClass;
+
+        QnXmlLib16Data::CParentElementInfo* m_pInfo = nullptr;
+        // Ended by a null entry, as the arrays that they become.
+        QnXmlLib16Data::CElementInfo** m_ppElements = nullptr;
+        QnXmlLib16Data::CAttributeInfo** m_ppAttributes = nullptr;
+    };
+
+    // The one object of the class, a function-level static: it goes at exit.
+    virtual const CMetaData& GetMetaData() const = 0;
+};
+
+class CColHolder;
+
+// Base of the generated collections: items of one generated class, which the collection makes.
+class CBoundCol : public QnXmlLib16::CXmlCollection
+{
+public:
+    ~CBoundCol() override;
+
+    // for (CNode* p = col.begin(); p != col.end(); p = p->GetNext())
+    QnXmlLib16::CNode* begin() const noexcept { return GetHeadNode(); }
+    QnXmlLib16::CNode* end() const noexcept { return nullptr; }
+
+protected:
+    using CXmlCollection::CXmlCollection;
+
+    virtual QnXmlLib16::CSmartPtr<QnXmlLib16::CXmlObjectBase> CreateItem() const = 0;
+
+    // Throws CQnInvalidParamException for null and for an item of another element name.
+    void Append(QnXmlLib16::CXmlObjectBase* pItem);
+
+    void ToXml_Int(QnXmlLib16::CXmlWriter* pWriter, bool bIsRoot, const char* pszTargetNamespace,
+                   const QnXmlLib16::CSerializationContext& context,
+                   bool bOptionalChoice) const override;
+    // An item is added once it has been read; one that fails is not added.
+    QnXmlLib16::CXmlElement* FromXml_Int(QnXmlLib16::CXmlElement* pParent,
+                                         QnXmlLib16::CXmlElement* pCurrent,
+                                         const QnXmlLib16::CSerializationContext& context,
+                                         bool bOptionalChoice) override;
+
+private:
+    friend class CColHolder;
+
+    void Join();
+
+    // Both set while the collection is on offer, see CColHolder.
+    QnXmlLib16::CSmartPtr<QnXmlLib16::CXmlObjectBase> m_pOwner;
+    CColHolder* m_pHolder = nullptr;
+};
+
+// The member of a class for a collection that most objects have nothing in. It costs one pointer:
+// a collection is made for whoever asks, and lives as long as someone outside holds it or it has
+// had an item. Until that item comes the collection keeps the owner alive, and not the other way
+// round.
+class CColHolder
+{
+public:
+    CColHolder() = default;
+    CColHolder(const CColHolder&) = delete;
+    CColHolder& operator=(const CColHolder&) = delete;
+    ~CColHolder() { Reset(); }
+
+    // Null if there is none at present.
+    CBoundCol* Peek() const noexcept { return m_pCol; }
+
+    // Offers pCol, which nobody counts yet, as the collection of pOwner, which this is a member of.
+    void Offer(CBoundCol* pCol, QnXmlLib16::CXmlObjectBase* pOwner);
+
+    // Lets go of the collection. One that is held elsewhere goes on without an owner.
+    void Reset();
+
+private:
+    friend class CBoundCol;
+
+    // Counted unless its m_pHolder is set: then it is on offer, and clears this when it dies.
+    CBoundCol* m_pCol = nullptr;
+};
+
+// Values between a property and the variant that it travels in.
+
+inline void Put(QnXmlLib16::QnVariant& variant, const std::string& value)
+{
+    variant.SetString(value);
+}
+inline void Put(QnXmlLib16::QnVariant& variant, const QnXmlLib16::CDecimal& value)
+{
+    variant.SetDecimal(value);
+}
+inline void Put(QnXmlLib16::QnVariant& variant, const QnXmlLib16::CBigInteger& value)
+{
+    variant.SetInteger(value);
+}
+inline void Put(QnXmlLib16::QnVariant& variant, bool value)
+{
+    variant.SetBoolean(value);
+}
+inline void Put(QnXmlLib16::QnVariant& variant, long value)
+{
+    variant.SetI4(value);
+}
+inline void Put(QnXmlLib16::QnVariant& variant, unsigned short value)
+{
+    variant.SetYear(value);
+}
+// A kind without a slot of its own in the variant travels as a dateTime.
+inline void Put(QnXmlLib16::QnVariant& variant, const QnXmlLib16::CDateTime& value)
+{
+    if (value.GetType() == QnXmlLib16::dt_date)
+        variant.SetDate(value);
+    else
+        variant.SetDateTime(value);
+}
+
+inline void Take(const QnXmlLib16::QnVariant& variant, std::string& value)
+{
+    const std::string* const pValue = variant.PeekString();
+    value = pValue ? *pValue : std::string();
+}
+inline void Take(const QnXmlLib16::QnVariant& variant, QnXmlLib16::CDecimal& value)
+{
+    const QnXmlLib16::CDecimal* const pValue = variant.PeekDecimal();
+    value = pValue ? *pValue : QnXmlLib16::CDecimal();
+}
+inline void Take(const QnXmlLib16::QnVariant& variant, QnXmlLib16::CBigInteger& value)
+{
+    value = variant.GetInteger();
+}
+inline void Take(const QnXmlLib16::QnVariant& variant, bool& value)
+{
+    value = variant.GetBoolean();
+}
+inline void Take(const QnXmlLib16::QnVariant& variant, long& value)
+{
+    value = variant.GetI4();
+}
+inline void Take(const QnXmlLib16::QnVariant& variant, unsigned short& value)
+{
+    value = variant.GetYear();
+}
+inline void Take(const QnXmlLib16::QnVariant& variant, QnXmlLib16::CDateTime& value)
+{
+    const QnXmlLib16::CDateTime* const pValue = variant.PeekDateTime();
+    value = pValue ? *pValue : QnXmlLib16::CDateTime();
+}
+
+// AccessProperty for a member of type T.
+template <class T>
+void Access(bool bRead, QnXmlLib16::QnVariant& variant, T& member)
+{
+    if (bRead)
+        Put(variant, member);
+    else
+        Take(variant, member);
+}
+
+// The same for an optional one: no value is an invalid variant.
+template <class T>
+void Access(bool bRead, QnXmlLib16::QnVariant& variant, std::optional<T>& member)
+{
+    if (!bRead && !variant.IsValid())
+        member.reset();
+    else if (!bRead)
+        Take(variant, member ? *member : member.emplace());
+    else if (member)
+        Put(variant, *member);
+    else
+        variant.SetInvalid();
+}
+
+// The object in a variant, null if there is none. Throws CQnInvalidParamException for an object of
+// another class.
+template <class T>
+T* GetObjectOf(const QnXmlLib16::QnVariant& variant)
+{
+    QnXmlLib16::CXmlObjectBase* const pObject = variant.PeekXmlObject();
+    T* const pTyped = dynamic_cast<T*>(pObject);
+    if (pObject && !pTyped)
+        throw QnXmlLib16::CQnInvalidParamException("The object is of another class.");
+    return pTyped;
+}
+
+} // namespace GeneratedSupport
