@@ -6,6 +6,7 @@
 
 #include <array>
 #include <string_view>
+#include <utility>
 
 namespace QnXmlLib16 {
 
@@ -73,7 +74,8 @@ CXmlTextWriter::CXmlTextWriter(CTextStream& stream)
       m_strEOL("\n"),
       m_eEOLType(EOLType_LF),
       m_bFormat(true),
-      m_pStream(&stream)
+      m_pStream(&stream),
+      m_strIndentRun(MakeIndentRun(m_strIndentChars))
 {}
 
 CXmlTextWriter::~CXmlTextWriter() = default;
@@ -90,29 +92,31 @@ void CXmlTextWriter::Close()
     CXmlWriter::Close();
 }
 
+// Deliberate: between an element's start and its content a comment lands inside the start tag, as
+// only elements and text finish that. Pinned by TextWriterElements.TagsFollowTheContent.
 void CXmlTextWriter::WriteComment(const std::string& strText)
 {
     Put(*m_pStream, "<!--");
     PadAndAppend(strText, false);
     Put(*m_pStream, "-->");
-    m_pStream->Append(m_strEOL);
+    Put(*m_pStream, m_strEOL);
     FlushWhenDue();
 }
 
 void CXmlTextWriter::WritePI(const std::string& strText)
 {
     m_pStream->Append(strText);
-    m_pStream->Append(m_strEOL);
-    m_pStream->Append(m_strEOL);
+    Put(*m_pStream, m_strEOL);
+    Put(*m_pStream, m_strEOL);
     FlushWhenDue();
 }
 
 void CXmlTextWriter::WriteInlineSchema(const std::string& strText)
 {
     m_pStream->Append(' ');
-    m_pStream->Append(m_strEOL);
+    Put(*m_pStream, m_strEOL);
     m_pStream->Append(strText);
-    m_pStream->Append(m_strEOL);
+    Put(*m_pStream, m_strEOL);
     FlushWhenDue();
 }
 
@@ -180,6 +184,9 @@ void CXmlTextWriter::WriteEndElement()
         if (m_bFormat && context.m_iChildCount != 0 && context.m_iDepth > 0)
             WriteIndent(context.m_iDepth);
         Put(*m_pStream, "</");
+        // Deliberate: the prefix is that of the scope as it is now. Where SetDefaultNamespace or
+        // AddNamespace changed it since the start tag, the tags differ. Pinned by
+        // TextWriterNamespaces.AreDeclaredByTheRootOrWhereAPrefixIsMade.
         const std::string& strNamespace = context.m_strNamespace;
         if (!strNamespace.empty() && strNamespace != context.GetDefaultNamespace()) {
             m_pStream->Append(m_pContext->GetNamespaceMapValue(strNamespace));
@@ -189,7 +196,7 @@ void CXmlTextWriter::WriteEndElement()
         m_pStream->Append('>');
     }
     if (m_bFormat)
-        m_pStream->Append(m_strEOL);
+        Put(*m_pStream, m_strEOL);
     FlushWhenDue();
     PopContext();
 }
@@ -230,6 +237,8 @@ void CXmlTextWriter::WriteAttributeType(const std::string& strNamespace,
     bool bNew;
     const std::string& strPrefix = ObtainPrefix(context, strNamespace, bNew);
     if (bNew) {
+        // Deliberate: a blank on each side, so that the attribute has two before it. Pinned by
+        // TextWriterSchemaInstance.TypeAndNilAreAttributesOfItsNamespace.
         m_pStream->Append(' ');
         WriteDeclaration(strPrefix, strNamespace);
         m_pStream->Append(' ');
@@ -271,7 +280,9 @@ const std::string& CXmlTextWriter::GetIndentChars() const
 
 void CXmlTextWriter::SetIndentChars(const char* pszIndentChars)
 {
-    m_strIndentChars = pszIndentChars ? pszIndentChars : "";
+    std::string strIndentChars = pszIndentChars ? pszIndentChars : "";
+    m_strIndentRun = MakeIndentRun(strIndentChars);
+    m_strIndentChars = std::move(strIndentChars);
 }
 
 bool CXmlTextWriter::GetWriteDefaultElementValues() const
@@ -292,7 +303,7 @@ void CXmlTextWriter::WriteStartDocument()
     else if (m_pStream->GetEncoding() == XmlEncoding_UTF16)
         Put(*m_pStream, " encoding=\"UTF-16\"");
     Put(*m_pStream, "?>");
-    m_pStream->Append(m_strEOL);
+    Put(*m_pStream, m_strEOL);
     FlushWhenDue();
 }
 
@@ -303,7 +314,7 @@ void CXmlTextWriter::WriteHeaderDirective(const std::string& strText)
     if (m_pContext)
         throw CQnException("Headed directives must appear before an Element has been added.");
     m_pStream->Append(strText);
-    m_pStream->Append(m_strEOL);
+    Put(*m_pStream, m_strEOL);
     FlushWhenDue();
 }
 
@@ -311,7 +322,7 @@ void CXmlTextWriter::WriteRawElement(const std::string& strText)
 {
     m_pStream->Append(strText);
     if (m_bFormat)
-        m_pStream->Append(m_strEOL);
+        Put(*m_pStream, m_strEOL);
 }
 
 void CXmlTextWriter::CloseParentElm()
@@ -324,7 +335,7 @@ void CXmlTextWriter::CloseParentElm()
     m_pContext->m_bStartTagOpen = false;
     m_pStream->Append('>');
     if (m_bFormat)
-        m_pStream->Append(m_strEOL);
+        Put(*m_pStream, m_strEOL);
 }
 
 CXmlWriter::CXmlWriterContext& CXmlTextWriter::RequireContext() const
@@ -342,6 +353,8 @@ CXmlWriter::CXmlWriterContext& CXmlTextWriter::RequireOpenStartTag() const
     return context;
 }
 
+// Deliberate: the namespace is put out as it stands, and one with a "<", "&" or quotation mark
+// makes malformed XML. Pinned by TextWriterNamespaces.AreDeclaredByTheRootOrWhereAPrefixIsMade.
 void CXmlTextWriter::WriteDeclaration(const std::string& strPrefix, const std::string& strNamespace)
 {
     Put(*m_pStream, "xmlns:");
@@ -353,8 +366,7 @@ void CXmlTextWriter::WriteDeclaration(const std::string& strPrefix, const std::s
 
 void CXmlTextWriter::WriteIndent(long iDepth)
 {
-    for (; iDepth > 0; --iDepth)
-        m_pStream->Append(m_strIndentChars);
+    PutIndent(*m_pStream, m_strIndentRun, iDepth);
 }
 
 void CXmlTextWriter::PadAndAppend(const std::string& strText, bool bAttribute)
@@ -379,7 +391,9 @@ void CXmlTextWriter::PadAndAppend(const std::string& strText, bool bAttribute)
         case '\n':
             Put(*m_pStream, bAttribute ? std::string_view("&#xA;") : LineEnd(m_eEOLType));
             break;
-        case '\r': // dropped: line ends take the form of the document
+        case '\r':
+            // Deliberate: dropped in attributes too, so that line ends take one form. Pinned by
+            // TextWriterEscapes.DifferBetweenContentAndAttributes.
             break;
         case '"':
             Put(*m_pStream, "&quot;");

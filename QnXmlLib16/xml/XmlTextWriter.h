@@ -98,7 +98,8 @@ private:
     std::string m_strEOL;
     EOLType m_eEOLType;
     bool m_bFormat;
-    CTextStream* m_pStream; // not owned
+    CTextStream* m_pStream;     // not owned
+    std::string m_strIndentRun; // many levels of indentation
 };
 
 } // namespace QnXmlLib16

@@ -265,6 +265,9 @@ std::string CXmlWriter::GetUniquePrefix(const NamespaceMap& mapNamespaces)
 {
     // One pass over the rows marks what is taken; trying each candidate on each row would grow
     // with the square of the prefixes in use.
+    // Deliberate: behind 'Z' come characters that no XML name begins with, and a document with more
+    // than 676 namespaces in one scope is malformed. Pinned by
+    // WriterPrefixes.RunOutWithAFailureAfterTheLastCharacter.
     constexpr int kFirst = 'A';
     constexpr int kLetters = 26;
     constexpr int kPrefixes = (0x100 - kFirst) * kLetters;

@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <cstring>
+#include <string>
 #include <string_view>
 
 // What the writers of text share.
@@ -18,6 +19,26 @@ constexpr unsigned long kFlushLength = 4096;
 inline void Put(CTextStream& stream, std::string_view text)
 {
     stream.Append(text.data(), text.size());
+}
+
+// Levels of indentation that are appended in one piece.
+constexpr long kIndentRun = 32;
+
+inline std::string MakeIndentRun(const std::string& strIndentChars)
+{
+    std::string strRun;
+    for (long i = 0; i < kIndentRun; ++i)
+        strRun += strIndentChars;
+    return strRun;
+}
+
+// run is the result of MakeIndentRun.
+inline void PutIndent(CTextStream& stream, std::string_view run, long iDepth)
+{
+    for (; iDepth > kIndentRun; iDepth -= kIndentRun)
+        Put(stream, run);
+    if (iDepth > 0)
+        Put(stream, run.substr(0, run.size() / kIndentRun * static_cast<std::size_t>(iDepth)));
 }
 
 inline std::string_view LineEnd(EOLType eEOLType)
