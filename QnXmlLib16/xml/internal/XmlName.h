@@ -1,0 +1,78 @@
+#pragma once
+
+#include "QnXmlLib16/support/SmartPtr.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace QnXmlLib16 {
+
+// A local name with its namespace URI, made once for all nodes that bear it. Never changes.
+// Counted without synchronisation, since a tree belongs to one thread.
+class CXmlName
+{
+public:
+    CXmlName(std::string_view localName, std::string_view namespaceURI);
+    CXmlName(const CXmlName&) = delete;
+    CXmlName& operator=(const CXmlName&) = delete;
+
+    const std::string& GetLocalName() const { return m_strLocalName; }
+    const std::string& GetNamespaceURI() const { return m_strNamespaceURI; }
+    bool IsNamespaceAttribute() const { return m_bNamespaceAttribute; }
+    bool IsNilAttribute() const { return m_bNilAttribute; }
+
+    void AddRef() const { ++m_nRefs; }
+    void Release() const
+    {
+        if (--m_nRefs == 0)
+            delete this;
+    }
+
+private:
+    ~CXmlName() = default;
+
+    const std::string m_strLocalName;
+    const std::string m_strNamespaceURI;
+    bool m_bNamespaceAttribute;
+    bool m_bNilAttribute;
+    mutable std::size_t m_nRefs = 0;
+};
+
+// Finds names by a text that stands for them: a hash table with linear probing. Looking up a known
+// text allocates nothing. The hash depends on the table's address, so that a document can't be
+// made to collide.
+class CXmlNameTable
+{
+public:
+    CXmlNameTable();
+
+    // Null if the key is unknown.
+    const CXmlName* Find(std::string_view key) const;
+
+    // Enters a key that is not in the table yet.
+    void Add(std::string_view key, const CSmartPtr<const CXmlName>& pName);
+
+    void Clear();
+
+private:
+    struct CSlot
+    {
+        std::uint64_t hash = 0;
+        CSmartPtr<const CXmlName> pName; // null: the slot is free
+        std::string strKey;
+    };
+
+    std::uint64_t Hash(std::string_view key) const;
+    std::size_t FreeSlot(std::uint64_t hash) const;
+    void Grow();
+
+    // Invariant: the number of slots is 0 or a power of two, and at most half of them are taken.
+    std::vector<CSlot> m_vecSlots;
+    std::size_t m_nTaken = 0;
+    std::uint64_t m_seed;
+};
+
+} // namespace QnXmlLib16
