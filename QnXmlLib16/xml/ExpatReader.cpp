@@ -1,0 +1,274 @@
+#include "QnXmlLib16/xml/ExpatReader.h"
+
+#include "QnXmlLib16/binding/SerializationContext.h"
+#include "QnXmlLib16/support/Encoder.h"
+#include "QnXmlLib16/support/Exceptions.h"
+#include "QnXmlLib16/support/Functions.h"
+#include "QnXmlLib16/xml/XmlDocument.h"
+#include "QnXmlLib16/xml/XmlElement.h"
+#include "QnXmlLib16/xml/internal/XmlNodeStore.h"
+
+#include <algorithm>
+#include <climits>
+#include <cstdint>
+#include <cstring>
+#include <new>
+#include <utility>
+
+#include <expat.h>
+
+namespace QnXmlLib16 {
+
+namespace {
+
+constexpr char kSeparator = '|'; // between the URI and the local name; no name holds it
+constexpr std::size_t kDefaultPieceSize = std::size_t{32} << 10;
+constexpr std::size_t kLargestPieceSize = INT_MAX;
+
+std::uint64_t Load8(const char* p)
+{
+    std::uint64_t value;
+    std::memcpy(&value, p, sizeof value);
+    return value;
+}
+
+// Eight bytes of ASCII without a carriage return leave the top bits of the result clear.
+std::uint64_t Suspects(std::uint64_t bytes)
+{
+    constexpr std::uint64_t kOnes = 0x0101010101010101;
+    const std::uint64_t returns = bytes ^ (kOnes * '\r');
+    return bytes | ((returns - kOnes) & ~returns);
+}
+
+// True for text that enters the tree byte for byte, whatever the locale: most text of most
+// documents.
+bool IsPlain(const char* pText, std::size_t nLength)
+{
+    constexpr std::uint64_t kTopBits = 0x8080808080808080;
+    if (nLength < 8) {
+        return std::all_of(pText, pText + nLength,
+                           [](char c) { return static_cast<signed char>(c) >= 0 && c != '\r'; });
+    }
+    const char* const pLast = pText + nLength - 8;
+    std::uint64_t suspects = Suspects(Load8(pLast));
+    for (; pText < pLast; pText += 8)
+        suspects |= Suspects(Load8(pText));
+    return (suspects & kTopBits) == 0;
+}
+
+CExpatReader* Reader(void* pUserData)
+{
+    return static_cast<CExpatReader*>(pUserData);
+}
+
+} // namespace
+
+void CExpatReader::ParserFree::operator()(XML_ParserStruct* pParser) const
+{
+    XML_ParserFree(pParser);
+}
+
+CExpatReader::CExpatReader(CXmlDocument& document)
+    : CInstanceMonitor("CExpatReader"),
+      m_pDocument(&document),
+      m_pNames(new CXmlNameTable),
+      m_nPieceSize(kDefaultPieceSize)
+{}
+
+CExpatReader::~CExpatReader() = default;
+
+void CExpatReader::SetPieceSize(std::size_t nBytes)
+{
+    m_nPieceSize = std::clamp<std::size_t>(nBytes, 1, kLargestPieceSize);
+}
+
+void CExpatReader::CreateParser()
+{
+    m_parser.reset(m_pDocument->m_eSchemaType == SchemaType_NoNamespaces
+                       ? XML_ParserCreate(nullptr)
+                       : XML_ParserCreateNS(nullptr, kSeparator));
+    if (!m_parser)
+        throw std::bad_alloc();
+    XML_Parser parser = m_parser.get();
+    XML_SetUserData(parser, this);
+    XML_SetElementHandler(parser, FnStartElement, FnEndElement);
+    XML_SetNamespaceDeclHandler(parser, FnStartNamespace, FnEndNamespace);
+    XML_SetCharacterDataHandler(parser, FnText);
+    if (!m_pDocument->m_pContext->GetStripCDATA())
+        XML_SetCdataSectionHandler(parser, FnStartCDATA, FnEndCDATA);
+}
+
+void CExpatReader::Parse(bool bFinal)
+{
+    XML_Parser parser = m_parser.get();
+    const char* pNext = reinterpret_cast<const char*>(m_pDocument->GetBuffer());
+    std::size_t nLeft = m_pDocument->GetBufferLength();
+    std::size_t nPiece = m_nPieceSize;
+    XML_Status status;
+    do {
+        const std::size_t nBytes = std::min(nLeft, nPiece);
+        const XML_Index before = XML_GetCurrentByteIndex(parser);
+        nLeft -= nBytes;
+        status = XML_Parse(parser, pNext, static_cast<int>(nBytes), bFinal && nLeft == 0);
+        pNext += nBytes;
+        // Expat scans an unfinished token again with every piece; larger pieces keep the sum of
+        // that linear.
+        nPiece = XML_GetCurrentByteIndex(parser) == before ? std::min(2 * nPiece, kLargestPieceSize)
+                                                           : m_nPieceSize;
+    } while (status == XML_STATUS_OK && nLeft > 0);
+
+    if (m_pFailure) {
+        Cleanup();
+        std::rethrow_exception(std::exchange(m_pFailure, nullptr));
+    }
+    if (status != XML_STATUS_OK) {
+        const std::string strMessage =
+            FormatString("%s at line %lu", XML_ErrorString(XML_GetErrorCode(parser)),
+                         XML_GetCurrentLineNumber(parser));
+        Cleanup();
+        throw CQnException(strMessage);
+    }
+    if (bFinal)
+        Cleanup();
+}
+
+void CExpatReader::Cleanup()
+{
+    m_parser.reset();
+}
+
+// Expat may still deliver an event or two after it was stopped; every callback looks for a kept
+// exception first.
+void CExpatReader::KeepException() noexcept
+{
+    m_pFailure = std::current_exception();
+    XML_StopParser(m_parser.get(), XML_FALSE);
+}
+
+const std::string& CExpatReader::ToLocalCodePage(const char* pText, std::size_t nLength)
+{
+    CEncoder::AssignUtf8(m_strScratch, pText, nLength);
+    return m_strScratch;
+}
+
+// A name that was seen before costs neither a conversion nor memory.
+const CXmlName* CExpatReader::LookUpName(const char* pszName)
+{
+    const std::string_view key(pszName);
+    if (const CXmlName* pKnown = m_pNames->Find(key))
+        return pKnown;
+    const std::size_t nBar = key.find(kSeparator);
+    std::string strNamespace;
+    if (nBar != std::string_view::npos)
+        strNamespace = ToLocalCodePage(pszName, nBar);
+    const std::size_t nLocal = nBar == std::string_view::npos ? 0 : nBar + 1;
+    const std::string& strLocal = ToLocalCodePage(pszName + nLocal, key.size() - nLocal);
+    const CXmlName* pName = m_pDocument->m_pStore->GetName(strLocal, strNamespace);
+    m_pNames->Add(key, pName);
+    return pName;
+}
+
+void CExpatReader::StartElement(const char* pszName, const char** ppszAttributes)
+{
+    const CXmlName* pName = LookUpName(pszName);
+    CXmlElement* pElement = m_pDocument->GetDocumentElement() ? m_pDocument->AddChildElement(pName)
+                                                              : m_pDocument->AddDocElement(pName);
+    const char** ppszEnd = ppszAttributes;
+    while (*ppszEnd)
+        ppszEnd += 2;
+    pElement->m_vecAttributes.reserve(static_cast<std::size_t>(ppszEnd - ppszAttributes) / 2);
+    for (; ppszAttributes != ppszEnd; ppszAttributes += 2) {
+        const CXmlName* pAttributeName = LookUpName(ppszAttributes[0]);
+        const char* pValue = ppszAttributes[1];
+        std::size_t nLength = std::strlen(pValue);
+        if (!IsPlain(pValue, nLength)) {
+            const std::string& strValue = ToLocalCodePage(pValue, nLength);
+            pValue = strValue.data();
+            nLength = strValue.size();
+        }
+        pElement->AddAttribute(pAttributeName, pValue, nLength);
+    }
+}
+
+void CExpatReader::Text(const char* pText, std::size_t nLength)
+{
+    CXmlElement* pElement = m_pDocument->m_vecElementStack.back();
+    if (IsPlain(pText, nLength)) {
+        pElement->m_strText.append(pText, nLength);
+        return;
+    }
+    const std::string& strText = ToLocalCodePage(pText, nLength);
+    m_pDocument->AppendTextExcludingCR(pElement, strText.data(), strText.size());
+}
+
+void CExpatReader::FnStartElement(void* pUserData, const char* pszName, const char** ppszAttributes)
+{
+    CExpatReader* pReader = Reader(pUserData);
+    if (pReader->m_pFailure)
+        return;
+    try {
+        pReader->StartElement(pszName, ppszAttributes);
+    }
+    catch (...) {
+        pReader->KeepException();
+    }
+}
+
+void CExpatReader::FnEndElement(void* pUserData, const char* /*pszName*/)
+{
+    CExpatReader* pReader = Reader(pUserData);
+    if (pReader->m_pFailure)
+        return;
+    try {
+        pReader->m_pDocument->EndElement();
+    }
+    catch (...) {
+        pReader->KeepException();
+    }
+}
+
+void CExpatReader::FnText(void* pUserData, const char* pText, int iLength)
+{
+    CExpatReader* pReader = Reader(pUserData);
+    if (pReader->m_pFailure || iLength <= 0)
+        return;
+    try {
+        pReader->Text(pText, static_cast<std::size_t>(iLength));
+    }
+    catch (...) {
+        pReader->KeepException();
+    }
+}
+
+void CExpatReader::FnStartNamespace(void* pUserData, const char* pszPrefix, const char* pszUri)
+{
+    CExpatReader* pReader = Reader(pUserData);
+    if (pReader->m_pFailure)
+        return;
+    try {
+        const std::string strPrefix(
+            pszPrefix ? pReader->ToLocalCodePage(pszPrefix, std::strlen(pszPrefix)) : "");
+        const std::string& strUri =
+            pReader->ToLocalCodePage(pszUri ? pszUri : "", pszUri ? std::strlen(pszUri) : 0);
+        pReader->m_pDocument->SetAlias(strPrefix.c_str(), strUri.c_str());
+    }
+    catch (...) {
+        pReader->KeepException();
+    }
+}
+
+void CExpatReader::FnEndNamespace(void* /*pUserData*/, const char* /*pszPrefix*/) {}
+
+void CExpatReader::FnStartCDATA(void* pUserData)
+{
+    constexpr char kMarker[] = "<![CDATA[";
+    FnText(pUserData, kMarker, sizeof kMarker - 1);
+}
+
+void CExpatReader::FnEndCDATA(void* pUserData)
+{
+    constexpr char kMarker[] = "]]>";
+    FnText(pUserData, kMarker, sizeof kMarker - 1);
+}
+
+} // namespace QnXmlLib16

@@ -1,0 +1,138 @@
+// The upper half of CXmlDocument: from text, bytes or a file to the tree.
+
+#include "QnXmlLib16/support/Exceptions.h"
+#include "QnXmlLib16/support/Functions.h"
+#include "QnXmlLib16/xml/ExpatReader.h"
+#include "QnXmlLib16/xml/XmlDocument.h"
+#include "QnXmlLib16/xml/internal/HugePages.h"
+
+#include <cstdio>
+#include <cstring>
+#include <cwchar>
+#include <memory>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace QnXmlLib16 {
+
+namespace {
+
+struct CFileClose
+{
+    void operator()(FILE* pFile) const { std::fclose(pFile); }
+};
+using CFilePtr = std::unique_ptr<FILE, CFileClose>;
+using CBytesPtr = std::unique_ptr<unsigned char[]>;
+
+CBytesPtr NewBuffer(unsigned long nLength)
+{
+    CBytesPtr pBytes(new unsigned char[nLength]);
+    PreferHugePages(pBytes.get(), nLength);
+    return pBytes;
+}
+
+// As fopen in mode "rt", but a FIFO without a writer does not block.
+CFilePtr OpenForReading(const char* pszPath)
+{
+    const int iFile = open(pszPath, O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    if (iFile < 0)
+        return nullptr;
+    CFilePtr pFile(fdopen(iFile, "rt"));
+    if (!pFile)
+        close(iFile);
+    return pFile;
+}
+
+// Fails with pszMessage, which has places for the path and for the error indicator of the file.
+[[noreturn]] void ThrowFileError(const char* pszMessage, const std::string& strPath, FILE* pFile)
+{
+    throw CQnException(FormatString(pszMessage, strPath.c_str(), std::ferror(pFile)));
+}
+
+// The whole file; the result is never empty.
+CBytesPtr ReadFile(const std::string& strPath, unsigned long& nLength)
+{
+    const CFilePtr pFile = OpenForReading(strPath.c_str());
+    if (!pFile)
+        throw CQnException(FormatString("Failed to open the file [%s].", strPath.c_str()));
+    const long iLength = _filelength(pFile.get());
+    if (iLength < 0)
+        ThrowFileError("Failed to get the size of the file [%s] Error [%d]", strPath, pFile.get());
+    nLength = static_cast<unsigned long>(iLength);
+    CBytesPtr pBytes = NewBuffer(nLength);
+    if (nLength == 0 || std::fread(pBytes.get(), 1, nLength, pFile.get()) != nLength)
+        ThrowFileError("Failed to read the contents of the file [%s] Error [%d]", strPath,
+                       pFile.get());
+    return pBytes;
+}
+
+} // namespace
+
+void CXmlDocument::Load(const char* pszPath)
+{
+    const std::string strPath(pszPath ? pszPath : ""); // the path may lie in this tree
+    Cleanup();
+    unsigned long nLength = 0;
+    CBytesPtr pBytes = ReadFile(strPath, nLength);
+    SetBuffer(pBytes.release(), nLength);
+    Parse();
+}
+
+void CXmlDocument::LoadXml(const char* pszXml)
+{
+    LoadCopy(pszXml, pszXml ? std::strlen(pszXml) : 0, &CXmlDocument::ParseText,
+             "XML String is empty!");
+}
+
+void CXmlDocument::LoadXml(const wchar_t* pszXml)
+{
+    const std::size_t nCount = pszXml ? std::wcslen(pszXml) : 0;
+    std::string strImage;
+    if (nCount > 0) {
+        strImage.reserve(2 * nCount + 2);
+        strImage.append("\xFF\xFE"); // byte order mark of UTF-16, low byte first
+        for (const wchar_t* p = pszXml; *p; ++p) {
+            // Deliberate: the upper 16 bits of a character are dropped, so a caller can't send
+            // characters above U+FFFF on this road but as surrogate pairs.
+            // Pinned by DocumentLoad.WideTextIsTakenAs16BitUnits.
+            strImage += static_cast<char>(*p & 0xFF);
+            strImage += static_cast<char>(*p >> 8 & 0xFF);
+        }
+    }
+    LoadCopy(strImage.data(), strImage.size(), &CXmlDocument::ParseText, "XML String is empty!");
+}
+
+void CXmlDocument::LoadXmlStream(const unsigned char* pData, unsigned long nLength)
+{
+    LoadCopy(pData, pData ? nLength : 0, &CXmlDocument::Parse, "XML Stream is empty!");
+}
+
+// The data may lie in this document, so they are copied ahead of Cleanup.
+void CXmlDocument::LoadCopy(const void* pData, unsigned long nLength,
+                            void (CXmlDocument::*pfnParse)(), const char* pszIfEmpty)
+{
+    CBytesPtr pBytes = NewBuffer(nLength);
+    if (nLength > 0)
+        std::memcpy(pBytes.get(), pData, nLength);
+    Cleanup();
+    if (nLength == 0)
+        throw CQnException(pszIfEmpty);
+    SetBuffer(pBytes.release(), nLength);
+    (this->*pfnParse)();
+}
+
+// What came as a file or as a stream; the data alone tell its format.
+void CXmlDocument::Parse()
+{
+    ParseText();
+}
+
+void CXmlDocument::ParseText()
+{
+    CExpatReader reader(*this);
+    reader.CreateParser();
+    reader.Parse(true);
+}
+
+} // namespace QnXmlLib16
