@@ -1,6 +1,7 @@
 #include "QnXmlLib16/binding/SerializationContext.h"
 #include "QnXmlLib16/binding/XmlObjectBase.h"
 #include "QnXmlLib16/binding/internal/EntryRoads.h"
+#include "QnXmlLib16/fastinfoset/FastInfosetWriter.h"
 #include "QnXmlLib16/json/JsonContext.h"
 #include "QnXmlLib16/json/JsonTextWriter.h"
 #include "QnXmlLib16/licensing/LicenceGate.h"
@@ -29,11 +30,6 @@ void WriteJson(const CXmlObjectBase& object, CTextStream& stream, bool bFormat, 
     writer.Close();
 }
 
-[[noreturn]] void ThrowNoFastInfoset()
-{
-    throw CQnInvalidStateException("Fast Infoset is not available.");
-}
-
 [[noreturn]] void ThrowNoJsonInput()
 {
     throw CQnInvalidStateException("JSON input is not available.");
@@ -50,11 +46,19 @@ void CXmlObjectBase::ToFastInfosetFile(const char* pszPath, FInfoDecl declaratio
     CFileBinaryStream(pszPath, XmlEncoding_None, data).ToFile();
 }
 
-CBinaryData CXmlObjectBase::ToFastInfosetStream(FInfoDecl, const CSerializationContext&,
-                                                CompressionType) const
+CBinaryData CXmlObjectBase::ToFastInfosetStream(FInfoDecl declaration,
+                                                const CSerializationContext& context,
+                                                CompressionType compression) const
 {
     CLicenceGate::GetGate()->Consult();
-    ThrowNoFastInfoset();
+    CBinaryStream stream;
+    CFastInfosetWriter writer(context.GetFIContext(), stream);
+    writer.Open();
+    writer.WriteStartDocument(declaration);
+    WriteRoot(*this, writer, context);
+    writer.WriteEndDocument();
+    writer.Close();
+    return Compressed(stream.GetBinaryStream(), compression);
 }
 
 std::string CXmlObjectBase::ToJson(bool bFormat, EOLType eol,

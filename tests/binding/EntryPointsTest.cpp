@@ -3,6 +3,7 @@
 
 #include "QnXmlLib16/binding/SerializationContext.h"
 #include "QnXmlLib16/collections/Element.h"
+#include "QnXmlLib16/json/JsonContext.h"
 #include "QnXmlLib16/support/QnZip.h"
 #include "QnXmlLib16/values/BinaryData.h"
 #include "QnXmlLib16/xml/XmlDocument.h"
@@ -146,6 +147,38 @@ TEST(WritingXml, FollowsItsArguments)
                                CompressionType_None);
         },
         "Unknown Encoding, select UTF-8 (contact our support team)");
+}
+
+TEST(WritingJson, GivesTheSameTextOverEveryRoad)
+{
+    CSerializationContext context;
+    context.GetJsonContext().SetSupportRoundtrip(JsonRoundTrip_NoNamespaces);
+    context.SetIndentChars(" ");
+    const CSmartPtr<Model::CLog> pLog(new Model::CLog);
+    pLog->m_by.SetString("x");
+    const std::string strJson = pLog->ToJson(true, EOLType_LF, context);
+    EXPECT_EQ(strJson, "{\n \"log\": {\n  \"@by\": \"x\",\n  \"#text\": 0\n }\n}");
+    EXPECT_EQ(pLog->ToJsonStream(true, XmlEncoding_UTF8, EOLType_LF, context, CompressionType_None),
+              CBinaryData(strJson.c_str()));
+    const CTempPath path("json");
+    pLog->ToJsonFile(path.Get(), true, XmlEncoding_UTF8, EOLType_LF, context, CompressionType_None);
+    EXPECT_EQ(path.Content(), strJson);
+}
+
+TEST(WritingFastInfoset, GivesTheSameBytesOverEveryRoad)
+{
+    const CSmartPtr<CShip> pShip = Model::MakeShip();
+    const std::string strDeclaration = "<?xml encoding='finf'?>";
+    const CBinaryData data =
+        pShip->ToFastInfosetStream(FInfoDecl_Finf, kContext, CompressionType_None);
+    const std::string strBytes(reinterpret_cast<const char*>(data.GetData()), data.GetLength());
+    EXPECT_EQ(strBytes.substr(0, strDeclaration.size() + 5),
+              strDeclaration + std::string("\xE0\0\0\1\0", 5));
+    const CTempPath path("finf");
+    pShip->ToFastInfosetFile(path.Get(), FInfoDecl_Finf, kContext, CompressionType_None);
+    EXPECT_EQ(path.Content(), strBytes);
+    pShip->ToFastInfosetFile(path.Get(), FInfoDecl_Finf, kContext, CompressionType_GZip);
+    EXPECT_EQ(path.Content().substr(0, 2), "\x1f\x8b");
 }
 
 TEST(WritingFiles, RefuseZLibAndLeaveNoFile)

@@ -3,6 +3,7 @@
 
 #include "QnXmlLib16/binding/SerializationContext.h"
 #include "QnXmlLib16/collections/Element.h"
+#include "QnXmlLib16/json/JsonContext.h"
 #include "QnXmlLib16/licensing/LicenceGate.h"
 #include "QnXmlLib16/values/BinaryData.h"
 #include "QnXmlLib16/xml/XmlDocument.h"
@@ -66,7 +67,11 @@ TEST(LicenceGate, IsConsultedByEachEntryOperationAndMayRefuseIt)
     CXmlDocument document;
     document.LoadXml(strXml.c_str());
     const CSmartPtr<CElement> pElement(new CElement(pShip.GetPtr(), nullptr));
+    CSerializationContext json;
+    json.GetJsonContext().SetSupportRoundtrip(JsonRoundTrip_None);
     const std::string strPath = testing::TempDir() + "gate." + std::to_string(getpid()) + ".xml";
+
+    const std::string strBinary = strPath + ".other";
 
     struct Row
     {
@@ -85,6 +90,23 @@ TEST(LicenceGate, IsConsultedByEachEntryOperationAndMayRefuseIt)
          [&] {
              pShip->ToXmlFile(strPath.c_str(), true, true, XmlEncoding_UTF8, EOLType_LF, kContext,
                               CompressionType_None);
+         }},
+        {"ToJson", 1, [&] { pShip->ToJson(true, EOLType_LF, json); }},
+        {"ToJsonStream", 1,
+         [&] {
+             pShip->ToJsonStream(true, XmlEncoding_UTF8, EOLType_LF, json, CompressionType_None);
+         }},
+        {"ToJsonFile", 1,
+         [&] {
+             pShip->ToJsonFile(strBinary.c_str(), true, XmlEncoding_UTF8, EOLType_LF, json,
+                               CompressionType_None);
+         }},
+        {"ToFastInfosetStream", 1,
+         [&] { pShip->ToFastInfosetStream(FInfoDecl_None, kContext, CompressionType_None); }},
+        {"ToFastInfosetFile", 1,
+         [&] {
+             pShip->ToFastInfosetFile(strBinary.c_str(), FInfoDecl_None, kContext,
+                                      CompressionType_None);
          }},
         {"FromXmlFile", 1, [&] { pShip->FromXmlFile(strPath.c_str(), kContext); }},
         {"FromXml", 1, [&] { pShip->FromXml(strXml.c_str(), kContext); }},
@@ -109,6 +131,7 @@ TEST(LicenceGate, IsConsultedByEachEntryOperationAndMayRefuseIt)
         ExpectFailure<CQnException>(row.action, "No licence");
     }
     std::remove(strPath.c_str());
+    std::remove(strBinary.c_str());
 }
 
 TEST(LicenceGate, ComesAfterTheRefusalOfZLibFiles)
