@@ -11,6 +11,7 @@
 
 namespace QnXmlLib16 {
 
+class CBinaryData;
 class CSerializationContext;
 class CXmlElement;
 class CXmlName;
@@ -67,6 +68,17 @@ public:
     // From nLength bytes of XML text. "XML Stream is empty!"
     void LoadXmlStream(const unsigned char* pData, unsigned long nLength);
 
+    // JSON (RFC 8259) does not fill the tree: each of these returns the document as XML text in
+    // UTF-8, as CJsonTextReader::ConvertJsonToXml makes it with this document's context, for a
+    // load of its own. They fail as that function does, with "JSON String is empty!" and "JSON
+    // Stream is empty!", and with the words of Load for files. Files and streams may be
+    // compressed, are UTF-8 and may begin with a byte order mark; a string is in the local code
+    // page. The wide form takes the characters as bytes and fails for every text.
+    CBinaryData LoadJsonFile(const char* pszPath);
+    CBinaryData LoadJson(const char* pszJson);
+    CBinaryData LoadJson(const wchar_t* pszJson);
+    CBinaryData LoadJsonStream(const unsigned char* pData, unsigned long nLength);
+
     // Null before a load.
     CXmlElement* GetDocumentElement() const { return m_pDocumentElement; }
 
@@ -119,10 +131,12 @@ private:
 
     CXmlElement* AddDocElement(const CXmlName* pName);
     CXmlElement* AddChildElement(const CXmlName* pName);
-    void LoadCopy(const void* pData, unsigned long nLength, void (CXmlDocument::*pfnParse)(),
-                  const char* pszIfEmpty);
+    void StoreFile(const char* pszPath);
+    void StoreCopy(const void* pData, unsigned long nLength, const char* pszIfEmpty);
+    std::string BufferAsText() const;
     void Parse();
     void ParseText();
+    CBinaryData ParseJson();
 
     CXmlElement* m_pDocumentElement = nullptr;   // owned
     std::vector<CXmlElement*> m_vecElementStack; // the open elements, innermost last

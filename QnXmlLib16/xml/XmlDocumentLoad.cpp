@@ -1,7 +1,13 @@
 // The upper half of CXmlDocument: from text, bytes or a file to the tree.
 
+#include "QnXmlLib16/binding/SerializationContext.h"
+#include "QnXmlLib16/fastinfoset/FastInfosetReader.h"
+#include "QnXmlLib16/json/JsonTextReader.h"
+#include "QnXmlLib16/support/Encoder.h"
 #include "QnXmlLib16/support/Exceptions.h"
 #include "QnXmlLib16/support/Functions.h"
+#include "QnXmlLib16/support/QnZip.h"
+#include "QnXmlLib16/values/BinaryData.h"
 #include "QnXmlLib16/xml/ExpatReader.h"
 #include "QnXmlLib16/xml/XmlDocument.h"
 #include "QnXmlLib16/xml/internal/HugePages.h"
@@ -71,18 +77,14 @@ CBytesPtr ReadFile(const std::string& strPath, unsigned long& nLength)
 
 void CXmlDocument::Load(const char* pszPath)
 {
-    const std::string strPath(pszPath ? pszPath : ""); // the path may lie in this tree
-    Cleanup();
-    unsigned long nLength = 0;
-    CBytesPtr pBytes = ReadFile(strPath, nLength);
-    SetBuffer(pBytes.release(), nLength);
+    StoreFile(pszPath);
     Parse();
 }
 
 void CXmlDocument::LoadXml(const char* pszXml)
 {
-    LoadCopy(pszXml, pszXml ? std::strlen(pszXml) : 0, &CXmlDocument::ParseText,
-             "XML String is empty!");
+    StoreCopy(pszXml, pszXml ? std::strlen(pszXml) : 0, "XML String is empty!");
+    ParseText();
 }
 
 void CXmlDocument::LoadXml(const wchar_t* pszXml)
@@ -100,17 +102,55 @@ void CXmlDocument::LoadXml(const wchar_t* pszXml)
             strImage += static_cast<char>(*p >> 8 & 0xFF);
         }
     }
-    LoadCopy(strImage.data(), strImage.size(), &CXmlDocument::ParseText, "XML String is empty!");
+    StoreCopy(strImage.data(), strImage.size(), "XML String is empty!");
+    ParseText();
 }
 
 void CXmlDocument::LoadXmlStream(const unsigned char* pData, unsigned long nLength)
 {
-    LoadCopy(pData, pData ? nLength : 0, &CXmlDocument::Parse, "XML Stream is empty!");
+    StoreCopy(pData, pData ? nLength : 0, "XML Stream is empty!");
+    Parse();
+}
+
+CBinaryData CXmlDocument::LoadJsonFile(const char* pszPath)
+{
+    StoreFile(pszPath);
+    return ParseJson();
+}
+
+CBinaryData CXmlDocument::LoadJson(const char* pszJson)
+{
+    StoreCopy(pszJson, pszJson ? std::strlen(pszJson) : 0, "JSON String is empty!");
+    return CJsonTextReader::ConvertJsonToXml(BufferAsText(), *m_pContext);
+}
+
+// Deliberate: the bytes of the wide characters are taken as they lie in memory, so the reader
+// meets a zero byte behind the first character and refuses the text; only the narrow form is a
+// working road. Pinned by JsonLoad.WideTextIsRefused.
+CBinaryData CXmlDocument::LoadJson(const wchar_t* pszJson)
+{
+    StoreCopy(pszJson, pszJson ? sizeof(wchar_t) * std::wcslen(pszJson) : 0,
+              "JSON String is empty!");
+    return CJsonTextReader::ConvertJsonToXml(BufferAsText(), *m_pContext);
+}
+
+CBinaryData CXmlDocument::LoadJsonStream(const unsigned char* pData, unsigned long nLength)
+{
+    StoreCopy(pData, pData ? nLength : 0, "JSON Stream is empty!");
+    return ParseJson();
+}
+
+void CXmlDocument::StoreFile(const char* pszPath)
+{
+    const std::string strPath(pszPath ? pszPath : ""); // the path may lie in this tree
+    Cleanup();
+    unsigned long nLength = 0;
+    CBytesPtr pBytes = ReadFile(strPath, nLength);
+    SetBuffer(pBytes.release(), nLength);
 }
 
 // The data may lie in this document, so they are copied ahead of Cleanup.
-void CXmlDocument::LoadCopy(const void* pData, unsigned long nLength,
-                            void (CXmlDocument::*pfnParse)(), const char* pszIfEmpty)
+void CXmlDocument::StoreCopy(const void* pData, unsigned long nLength, const char* pszIfEmpty)
 {
     CBytesPtr pBytes = NewBuffer(nLength);
     if (nLength > 0)
@@ -119,13 +159,33 @@ void CXmlDocument::LoadCopy(const void* pData, unsigned long nLength,
     if (nLength == 0)
         throw CQnException(pszIfEmpty);
     SetBuffer(pBytes.release(), nLength);
-    (this->*pfnParse)();
+}
+
+std::string CXmlDocument::BufferAsText() const
+{
+    return std::string(reinterpret_cast<const char*>(m_pBuffer), m_iBufferLength);
+}
+
+CBinaryData CXmlDocument::ParseJson()
+{
+    CQnZip::Decompress(&m_pBuffer, &m_iBufferLength);
+    const char* pText = reinterpret_cast<const char*>(m_pBuffer);
+    unsigned long nLength = m_iBufferLength;
+    if (nLength > 2 && std::memcmp(pText, "\xEF\xBB\xBF", 3) == 0) {
+        pText += 3;
+        nLength -= 3;
+    }
+    std::string strJson;
+    CEncoder::AssignUtf8(strJson, pText, nLength);
+    return CJsonTextReader::ConvertJsonToXml(strJson, *m_pContext);
 }
 
 // What came as a file or as a stream; the data alone tell its format.
 void CXmlDocument::Parse()
 {
-    ParseText();
+    CQnZip::Decompress(&m_pBuffer, &m_iBufferLength);
+    if (!CFastInfosetReader(m_pContext->GetFIContext(), *this).Parse())
+        ParseText();
 }
 
 void CXmlDocument::ParseText()
