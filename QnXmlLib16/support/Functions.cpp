@@ -35,7 +35,7 @@ bool IsDigit(char c)
 // The one walk over a format that bounds the length of what it prints. It reads the arguments in
 // step with the format. What it can't know (a conversion or a prefix outside its list) consumes
 // nothing and counts nothing; from there on the list may be out of step with the format, so the
-// walk stops reading it and takes the least length of each item. Nothing is then followed that
+// walk reads no argument more, and only plain characters count. Nothing is then followed that
 // need not be a pointer.
 // Deliberate: the print of such a format is cut ("%lld" prints one character), for "ll" and "z"
 // are not in the list. Pinned by FormatString.CutsWhatTheWalkDoesNotKnow.
@@ -83,10 +83,11 @@ private:
     {
         m_iWidth = 0;
         m_iPrecision = 0;
+        m_bCounts = m_bInStep;
         bool bHasWidth = false;
         for (;; ++m_psz) {
             if (*m_psz == '#') {
-                m_uTotal += 2;
+                Add(2);
             }
             else if (*m_psz == '*') {
                 m_iWidth = NextInt();
@@ -247,10 +248,16 @@ private:
 
     long long WidthAndPrecision() const { return static_cast<long long>(m_iWidth) + m_iPrecision; }
 
-    void Add(long long iLength) { m_uTotal += static_cast<std::size_t>(iLength); }
+    void Add(long long iLength)
+    {
+        if (m_bCounts)
+            m_uTotal += static_cast<std::size_t>(iLength);
+    }
 
     void AddPrinted(double dValue)
     {
+        if (!m_bCounts)
+            return;
         const long long iPrecision = std::min<long long>(m_iPrecision + 6LL, INT_MAX);
         const int iLength =
             std::snprintf(nullptr, 0, "%*.*f", m_iWidth, static_cast<int>(iPrecision), dValue);
@@ -263,7 +270,8 @@ private:
     std::size_t m_uTotal = 0;
     int m_iWidth = 0;
     int m_iPrecision = 0;
-    bool m_bInStep = true;
+    bool m_bInStep = true; // with the arguments
+    bool m_bCounts = true; // whether the item at hand adds to the total
     bool m_bHasFloat = false;
     bool m_bHasWide = false;
 };

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <utility>
 
 namespace QnXmlLib16 {
@@ -70,16 +71,52 @@ bool operator!=(const CSmartPtr<T>& a, const CSmartPtr<U>& b) noexcept
     return a.GetPtr() != b.GetPtr();
 }
 
-template <class T>
-bool operator==(const CSmartPtr<T>& a, const T* b) noexcept
+template <class T, class U>
+bool operator==(const CSmartPtr<T>& a, U* b) noexcept
 {
     return a.GetPtr() == b;
 }
 
-template <class T>
-bool operator!=(const CSmartPtr<T>& a, const T* b) noexcept
+template <class T, class U>
+bool operator!=(const CSmartPtr<T>& a, U* b) noexcept
 {
     return a.GetPtr() != b;
+}
+
+template <class T, class U>
+bool operator==(U* a, const CSmartPtr<T>& b) noexcept
+{
+    return a == b.GetPtr();
+}
+
+template <class T, class U>
+bool operator!=(U* a, const CSmartPtr<T>& b) noexcept
+{
+    return a != b.GetPtr();
+}
+
+template <class T>
+bool operator==(const CSmartPtr<T>& a, std::nullptr_t) noexcept
+{
+    return !a;
+}
+
+template <class T>
+bool operator!=(const CSmartPtr<T>& a, std::nullptr_t) noexcept
+{
+    return static_cast<bool>(a);
+}
+
+template <class T>
+bool operator==(std::nullptr_t, const CSmartPtr<T>& b) noexcept
+{
+    return !b;
+}
+
+template <class T>
+bool operator!=(std::nullptr_t, const CSmartPtr<T>& b) noexcept
+{
+    return static_cast<bool>(b);
 }
 
 } // namespace QnXmlLib16

@@ -1,0 +1,66 @@
+#include "QnXmlLib16/support/SmartPtr.h"
+
+#include <gtest/gtest.h>
+#include <utility>
+
+using namespace QnXmlLib16;
+
+namespace {
+
+class Counted
+{
+public:
+    ~Counted() { ++s_iDestroyed; }
+    void AddRef() { ++m_iReferences; }
+    void Release()
+    {
+        if (--m_iReferences == 0)
+            delete this;
+    }
+
+    int m_iReferences = 0;
+    static int s_iDestroyed;
+};
+
+int Counted::s_iDestroyed = 0;
+
+class Derived : public Counted
+{};
+
+} // namespace
+
+TEST(SmartPtr, HoldsOneReferenceForEachHolder)
+{
+    Counted::s_iDestroyed = 0;
+    auto* pObject = new Derived;
+    CSmartPtr<Derived> first(pObject);
+    CSmartPtr<Counted> base(first);
+    CSmartPtr<Counted> copy(base);
+    EXPECT_EQ(pObject->m_iReferences, 3);
+    CSmartPtr<Counted> moved(std::move(copy));
+    EXPECT_EQ(pObject->m_iReferences, 3);
+    EXPECT_FALSE(copy);
+    moved = *&moved; // to itself
+    base = first;
+    EXPECT_EQ(pObject->m_iReferences, 3);
+    base.Reset();
+    moved = nullptr;
+    EXPECT_EQ(pObject->m_iReferences, 1);
+    EXPECT_EQ(Counted::s_iDestroyed, 0);
+    first = new Derived; // lets the old object go
+    EXPECT_EQ(Counted::s_iDestroyed, 1);
+    EXPECT_EQ(first->m_iReferences, 1);
+    EXPECT_EQ(&*first, first.GetPtr());
+}
+
+TEST(SmartPtr, ComparesWithHoldersPointersAndNull)
+{
+    const CSmartPtr<Counted> none;
+    const CSmartPtr<Derived> held(new Derived);
+    const CSmartPtr<Counted> base(held);
+    const Counted* pConst = held.GetPtr();
+    EXPECT_TRUE(none == nullptr && nullptr == none && none != held && none != pConst);
+    EXPECT_TRUE(held != nullptr && nullptr != held && held == base && held == pConst);
+    EXPECT_TRUE(base == held.GetPtr() && held.GetPtr() == base && pConst == base);
+    EXPECT_FALSE(held != base || held != pConst || pConst != held || held == nullptr);
+}
