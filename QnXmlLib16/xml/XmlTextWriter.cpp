@@ -19,6 +19,8 @@ const std::string kNilName = "nil";
 const std::string kTrue = "true";
 
 // Who stops at a byte, which doesn't pass as it is there or, the zero byte, ends the text.
+// Deliberate: a tab passes in attributes, where a reader makes a blank of it, and so do the control
+// characters that XML has no room for. Pinned by TextWriterEscapes.DifferBetweenContentAndAttributes.
 enum EStop : unsigned char
 {
     kInAttribute = 1,
@@ -103,6 +105,8 @@ void CXmlTextWriter::WriteComment(const std::string& strText)
     FlushWhenDue();
 }
 
+// Deliberate: an empty line follows, formatted or not. Pinned by
+// TextWriterHeader.InstructionsAndSchemasStandAsGiven.
 void CXmlTextWriter::WritePI(const std::string& strText)
 {
     m_pStream->Append(strText);
@@ -148,6 +152,8 @@ void CXmlTextWriter::WriteStartElement(const std::string& strName, const std::st
             m_pStream->Append('"');
         }
         for (const auto& [strUri, strPrefix] : m_mapNamespaces) {
+            // Deliberate: a namespace that only begins like that of "xml" isn't declared either.
+            // Pinned by TextWriterNamespaces.AreDeclaredByTheRootOrWhereAPrefixIsMade.
             if (BeginsWith(strUri, XML_NAMESPACE))
                 continue;
             m_pStream->Append(' ');
@@ -176,7 +182,7 @@ void CXmlTextWriter::WriteString(const std::string& strValue, ItemType /*eType*/
 
 void CXmlTextWriter::WriteEndElement()
 {
-    const CXmlWriterContext& context = RequireContext();
+    CXmlWriterContext& context = RequireContext();
     if (context.m_bStartTagOpen) {
         Put(*m_pStream, "/>");
     }
@@ -189,7 +195,7 @@ void CXmlTextWriter::WriteEndElement()
         // TextWriterNamespaces.AreDeclaredByTheRootOrWhereAPrefixIsMade.
         const std::string& strNamespace = context.m_strNamespace;
         if (!strNamespace.empty() && strNamespace != context.GetDefaultNamespace()) {
-            m_pStream->Append(m_pContext->GetNamespaceMapValue(strNamespace));
+            m_pStream->Append(context.GetNamespaceMapValue(strNamespace));
             m_pStream->Append(':');
         }
         m_pStream->Append(context.m_strName);

@@ -70,7 +70,6 @@ CXmlWriter::CXmlWriterContext::CXmlWriterContext(const std::string& strName,
 
 CXmlWriter::CXmlWriterContext::~CXmlWriterContext()
 {
-    Leave();
     if (m_bOwnsMap)
         delete m_pNamespaceMap;
     for (CXmlWriterContext* pNext = m_pParent; pNext;) {
@@ -94,22 +93,16 @@ void CXmlWriter::CXmlWriterContext::InheritFrom(CXmlWriterContext& parent)
     m_pNamespaceMap = m_pScopeOwner->m_pNamespaceMap;
     m_pOuter = &parent;
     m_pRoot = parent.m_pRoot;
+    m_iOpenChildren = 0;
     m_bWalkScopes = false;
     ++parent.m_iOpenChildren;
 }
 
-// The element ends: the one around it has a child less.
-void CXmlWriter::CXmlWriterContext::Leave() noexcept
-{
-    if (m_pOuter)
-        --m_pOuter->m_iOpenChildren;
-    m_pOuter = nullptr;
-}
-
-// Makes an ended context ready for InheritFrom. It keeps its memory.
+// Makes an ended context, whose parent is still there, ready for InheritFrom. It keeps its memory.
 void CXmlWriter::CXmlWriterContext::Park() noexcept
 {
-    Leave();
+    --m_pOuter->m_iOpenChildren;
+    m_pOuter = nullptr;
     m_pParent = nullptr;
     if (m_bOwnsMap) {
         m_pSpareMap.reset(m_pNamespaceMap);
@@ -121,8 +114,6 @@ void CXmlWriter::CXmlWriterContext::Park() noexcept
 
 CXmlWriter::CXmlWriterContext& CXmlWriter::CXmlWriterContext::WalkToScopeOwner() const
 {
-    if (!m_bInheritsScope)
-        return *m_pScopeOwner;
     CXmlWriterContext* pContext = m_pOuter;
     while (pContext->m_bInheritsScope)
         pContext = pContext->m_pOuter;
@@ -226,7 +217,7 @@ CXmlWriter::~CXmlWriter()
     delete m_pContext;
     while (m_pSpares) {
         CXmlWriterContext* pDying = m_pSpares;
-        m_pSpares = std::exchange(pDying->m_pOuter, nullptr);
+        m_pSpares = pDying->m_pOuter;
         delete pDying;
     }
 }

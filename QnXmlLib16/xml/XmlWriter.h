@@ -111,12 +111,11 @@ public:
         // The context whose scope is in force here.
         CXmlWriterContext& ScopeOwner() const
         {
-            return m_pRoot->m_bWalkScopes ? WalkToScopeOwner() : *m_pScopeOwner;
+            return m_bInheritsScope && m_pRoot->m_bWalkScopes ? WalkToScopeOwner() : *m_pScopeOwner;
         }
         CXmlWriterContext& WalkToScopeOwner() const;
         void InheritFrom(CXmlWriterContext& parent);
         void OwnScope();
-        void Leave() noexcept;
         void Park() noexcept;
 
         // Invariant: m_pScopeOwner is this context or the nearest one outside it that owns its
@@ -126,6 +125,8 @@ public:
         CXmlWriterContext* m_pScopeOwner;
         CXmlWriterContext* m_pOuter; // as m_pParent, yet kept until the end; in a spare, the next
         CXmlWriterContext* m_pRoot;
+        // Contexts inside this one. One that dies with delete stays counted, since this one may
+        // be gone by then; the look-up is then slower than it must be, and right.
         unsigned long m_iOpenChildren = 0;
         bool m_bWalkScopes = false;
         bool m_bRecyclable = false; // made by NewContext

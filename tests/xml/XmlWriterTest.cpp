@@ -7,6 +7,7 @@
 
 #include <chrono>
 #include <functional>
+#include <memory>
 #include <set>
 
 using namespace QnXmlLib16;
@@ -315,4 +316,16 @@ TEST_P(WriterScope, DepthCostsNeitherStackNorTimePerLookUp)
 TEST(WriterContext, NeedsAParentBelowTheRoot)
 {
     EXPECT_THROW(Context("a", "", nullptr), CQnInvalidParamException);
+}
+
+TEST(WriterContext, DetachedFromItsParentItMayOutliveIt)
+{
+    const CXmlWriter::NamespaceMap map;
+    auto pRoot = std::make_unique<Context>("r", "", "urn:d", map, nullptr);
+    auto pChild = std::make_unique<Context>("c", "", pRoot.get());
+    pChild->SetNamespaceMapValue("urn:p", "p");
+    pChild->m_pParent = nullptr;
+    pRoot.reset();
+    EXPECT_EQ(pChild->GetDefaultNamespace(), "urn:d");
+    EXPECT_EQ(pChild->GetNamespaceMapValue("urn:p"), "p");
 }
