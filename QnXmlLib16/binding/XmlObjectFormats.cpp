@@ -7,8 +7,10 @@
 #include "QnXmlLib16/licensing/LicenceGate.h"
 #include "QnXmlLib16/support/BinaryStream.h"
 #include "QnXmlLib16/support/Exceptions.h"
+#include "QnXmlLib16/support/Functions.h"
 #include "QnXmlLib16/support/TextStream.h"
 #include "QnXmlLib16/values/BinaryData.h"
+#include "QnXmlLib16/xml/XmlDocument.h"
 
 namespace QnXmlLib16 {
 
@@ -30,10 +32,38 @@ void WriteJson(const CXmlObjectBase& object, CTextStream& stream, bool bFormat, 
     writer.Close();
 }
 
-[[noreturn]] void ThrowNoJsonInput()
+// Sets IgnoreNamespaces of the caller's context for the time of one read from JSON, which has no
+// namespaces to go by unless it was written with full round trip support.
+class CIgnoreNamespaces
 {
-    throw CQnInvalidStateException("JSON input is not available.");
-}
+public:
+    explicit CIgnoreNamespaces(const CSerializationContext& context)
+        : m_context(const_cast<CSerializationContext&>(context)),
+          m_bBefore(context.GetIgnoreNamespaces())
+    {
+        if (!HasNamespaces())
+            m_context.SetIgnoreNamespaces(true);
+    }
+    CIgnoreNamespaces(const CIgnoreNamespaces&) = delete;
+    CIgnoreNamespaces& operator=(const CIgnoreNamespaces&) = delete;
+    // Deliberate: asks for the round trip value again, so a class that changes it while it is read
+    // leaves the flag as it is then. Pinned by
+    // ReadingJson.TheFlagStaysWhereTheRoundTripValueChangesMeanwhile.
+    ~CIgnoreNamespaces()
+    {
+        if (!HasNamespaces())
+            m_context.SetIgnoreNamespaces(m_bBefore);
+    }
+
+private:
+    bool HasNamespaces() const
+    {
+        return m_context.GetJsonContext().GetSupportRoundtrip() == JsonRoundTrip_Full;
+    }
+
+    CSerializationContext& m_context;
+    const bool m_bBefore;
+};
 
 } // namespace
 
@@ -97,33 +127,50 @@ void CXmlObjectBase::ToJsonFile(const char* pszPath, bool bFormat, XmlEncoding e
     CFileBinaryStream(pszPath, XmlEncoding_UTF8, data).ToFile();
 }
 
-void CXmlObjectBase::FromJsonFile(const char*, const CSerializationContext&)
+void CXmlObjectBase::FromJsonFile(const char* pszPath, const CSerializationContext& context)
 {
     CLicenceGate::GetGate()->Consult();
-    ThrowNoJsonInput();
+    CXmlDocument document(context);
+    FromJson_Int(document.LoadJsonFile(pszPath), context);
 }
 
-void CXmlObjectBase::FromJson(const char*, const CSerializationContext&)
+void CXmlObjectBase::FromJson(const char* pszJson, const CSerializationContext& context)
 {
     CLicenceGate::GetGate()->Consult();
-    ThrowNoJsonInput();
+    CXmlDocument document(context);
+    FromJson_Int(document.LoadJson(pszJson), context);
 }
 
-void CXmlObjectBase::FromJson(const wchar_t*, const CSerializationContext&)
+void CXmlObjectBase::FromJson(const wchar_t* pszJson, const CSerializationContext& context)
 {
     CLicenceGate::GetGate()->Consult();
-    ThrowNoJsonInput();
+    CXmlDocument document(context);
+    FromJson_Int(document.LoadJson(pszJson), context);
 }
 
-void CXmlObjectBase::FromJsonStream(unsigned char*, unsigned long, const CSerializationContext&)
+void CXmlObjectBase::FromJsonStream(unsigned char* pData, unsigned long nLength,
+                                    const CSerializationContext& context)
 {
     CLicenceGate::GetGate()->Consult();
-    ThrowNoJsonInput();
+    CXmlDocument document(context);
+    FromJson_Int(document.LoadJsonStream(pData, nLength), context);
 }
 
 void CXmlObjectBase::FromJsonStream(const CBinaryData& data, const CSerializationContext& context)
 {
     FromJsonStream(data.GetData(), data.GetLength(), context);
+}
+
+void CXmlObjectBase::FromJson_Int(const CBinaryData& xml, const CSerializationContext& context)
+{
+    const CIgnoreNamespaces scope(context);
+    try {
+        FromXmlStream(xml, context);
+    }
+    catch (const CQnException& e) {
+        const std::string strXml(reinterpret_cast<const char*>(xml.GetData()), xml.GetLength());
+        throw CQnException(FormatString("Error converting JSON to XML:\n%s", strXml.c_str()), e);
+    }
 }
 
 } // namespace QnXmlLib16

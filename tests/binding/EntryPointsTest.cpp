@@ -1,4 +1,5 @@
 #include "tests/model/Failure.h"
+#include "tests/model/Probe.h"
 #include "tests/model/Ship.h"
 
 #include "QnXmlLib16/binding/SerializationContext.h"
@@ -15,6 +16,7 @@
 #include <functional>
 #include <gtest/gtest.h>
 #include <iterator>
+#include <stdexcept>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -65,6 +67,9 @@ TEST(BoundObject, ComesBackOverEveryRoad)
     const CTempPath path("ship");
     CXmlDocument document;
     document.LoadXml(strXml.c_str());
+    CSerializationContext json;
+    json.GetJsonContext().SetSupportRoundtrip(JsonRoundTrip_NoNamespaces);
+    const std::string strJson = pShip->ToJson(true, EOLType_LF, json);
 
     struct Row
     {
@@ -87,6 +92,38 @@ TEST(BoundObject, ComesBackOverEveryRoad)
          [&](CShip& copy) {
              pShip->ToXmlFile(path.Get(), true, false, XmlEncoding_UTF8, EOLType_LF, kContext,
                               CompressionType_None);
+             copy.FromXmlFile(path.Get(), kContext);
+         }},
+        {"stream, gzip",
+         [&](CShip& copy) {
+             copy.FromXmlStream(pShip->ToXmlStream(true, true, XmlEncoding_UTF8, EOLType_LF,
+                                                   kContext, CompressionType_GZip),
+                                kContext);
+         }},
+        {"file, gzip",
+         [&](CShip& copy) {
+             pShip->ToXmlFile(path.Get(), true, false, XmlEncoding_UTF8, EOLType_LF, kContext,
+                              CompressionType_GZip);
+             copy.FromXmlFile(path.Get(), kContext);
+         }},
+        {"JSON", [&](CShip& copy) { copy.FromJson(strJson.c_str(), json); }},
+        {"JSON stream",
+         [&](CShip& copy) { copy.FromJsonStream(CBinaryData(strJson.c_str()), json); }},
+        {"JSON file",
+         [&](CShip& copy) {
+             pShip->ToJsonFile(path.Get(), true, XmlEncoding_UTF8, EOLType_LF, json,
+                               CompressionType_GZip);
+             copy.FromJsonFile(path.Get(), json);
+         }},
+        {"Fast Infoset stream",
+         [&](CShip& copy) {
+             copy.FromXmlStream(
+                 pShip->ToFastInfosetStream(FInfoDecl_None, kContext, CompressionType_None),
+                 kContext);
+         }},
+        {"Fast Infoset file",
+         [&](CShip& copy) {
+             pShip->ToFastInfosetFile(path.Get(), FInfoDecl_None, kContext, CompressionType_GZip);
              copy.FromXmlFile(path.Get(), kContext);
          }},
         {"element",
@@ -328,4 +365,86 @@ TEST(ReadingElements, RefusesNullAndUsesTheDefaultContextForText)
     context.SetIgnoreUnknownAttributes(true);
     pLog->FromXmlElement(pElement.GetPtr(), context);
     EXPECT_EQ(pLog->m_value.GetI4(), 3);
+}
+
+TEST(ReadingJson, IgnoresNamespacesForItsDurationUnlessTheyWereWritten)
+{
+    struct Row
+    {
+        JsonRoundTrip roundTrip;
+        bool before;
+        bool during;
+    };
+    const Row rows[] = {
+        {JsonRoundTrip_None, false, true},        {JsonRoundTrip_NoNamespaces, false, true},
+        {JsonRoundTrip_NoNamespaces, true, true}, {JsonRoundTrip_Full, false, false},
+        {JsonRoundTrip_Full, true, true},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(testing::Message() << row.roundTrip << row.before);
+        CSerializationContext context;
+        context.GetJsonContext().SetSupportRoundtrip(row.roundTrip);
+        context.SetIgnoreNamespaces(row.before);
+        Model::CProbe probe(XmlElementGroupType_Sequence);
+        bool bDuring = false;
+        bool bFail = false;
+        probe.AddElement(std::make_unique<Model::CScriptInfo>("a")).m_read =
+            [&](CXmlElement*& pCursor) {
+                bDuring = context.GetIgnoreNamespaces();
+                if (bFail)
+                    throw std::runtime_error("out of order");
+                pCursor = nullptr;
+                return true;
+            };
+        probe.FromJson("{\"probe\": {\"a\": 1}}", context);
+        EXPECT_EQ(bDuring, row.during);
+        EXPECT_EQ(context.GetIgnoreNamespaces(), row.before);
+        bFail = true;
+        EXPECT_THROW(probe.FromJson("{\"probe\": {\"a\": 1}}", context), std::runtime_error);
+        EXPECT_EQ(context.GetIgnoreNamespaces(), row.before);
+    }
+}
+
+TEST(ReadingJson, TheFlagStaysWhereTheRoundTripValueChangesMeanwhile)
+{
+    CSerializationContext context;
+    context.GetJsonContext().SetSupportRoundtrip(JsonRoundTrip_NoNamespaces);
+    Model::CProbe probe(XmlElementGroupType_Sequence);
+    probe.AddElement(std::make_unique<Model::CScriptInfo>("a")).m_read = [&](CXmlElement*&) {
+        context.GetJsonContext().SetSupportRoundtrip(JsonRoundTrip_Full);
+        return true;
+    };
+    probe.FromJson("{\"probe\": {}}", context);
+    EXPECT_TRUE(context.GetIgnoreNamespaces());
+}
+
+TEST(ReadingJson, ShowsTheXmlThatCouldNotBeBound)
+{
+    const CSmartPtr<Model::CLog> pLog(new Model::CLog);
+    CSerializationContext context;
+    context.GetJsonContext().SetSupportRoundtrip(JsonRoundTrip_NoNamespaces);
+    try {
+        pLog->FromJson("{\"log\": {\"@unknown\": \"1\", \"#text\": 7}}", context);
+        ADD_FAILURE();
+    }
+    catch (const CQnException& e) {
+        EXPECT_EQ(e.GetMessage(), "Error converting JSON to XML:\n"
+                                  "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+                                  "<log unknown=\"1\">7</log>\n");
+        EXPECT_EQ(e.GetPath(), "");
+        ASSERT_NE(e.GetInnerException(), nullptr);
+        EXPECT_EQ(e.GetInnerException()->GetPath(), "/log/@unknown");
+    }
+    // What is no JSON fails before there is any XML.
+    for (const char* const pszBad : {"", "{", "log", static_cast<const char*>(nullptr)}) {
+        try {
+            pLog->FromJson(pszBad, context);
+            ADD_FAILURE();
+        }
+        catch (const CQnException& e) {
+            EXPECT_EQ(e.GetMessage().find("Error converting JSON to XML"), std::string::npos);
+        }
+    }
+    pLog->FromJson("{\"log\": 7}", context);
+    EXPECT_EQ(pLog->m_value.GetI4(), 7);
 }

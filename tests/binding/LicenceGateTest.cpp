@@ -68,10 +68,13 @@ TEST(LicenceGate, IsConsultedByEachEntryOperationAndMayRefuseIt)
     document.LoadXml(strXml.c_str());
     const CSmartPtr<CElement> pElement(new CElement(pShip.GetPtr(), nullptr));
     CSerializationContext json;
-    json.GetJsonContext().SetSupportRoundtrip(JsonRoundTrip_None);
+    json.GetJsonContext().SetSupportRoundtrip(JsonRoundTrip_NoNamespaces);
     const std::string strPath = testing::TempDir() + "gate." + std::to_string(getpid()) + ".xml";
 
-    const std::string strBinary = strPath + ".other";
+    const std::string strJsonPath = strPath + ".json";
+    const std::string strFinfPath = strPath + ".finf";
+    const std::string strJson = pShip->ToJson(true, EOLType_LF, json);
+    CBinaryData jsonData(strJson.c_str());
 
     struct Row
     {
@@ -98,14 +101,14 @@ TEST(LicenceGate, IsConsultedByEachEntryOperationAndMayRefuseIt)
          }},
         {"ToJsonFile", 1,
          [&] {
-             pShip->ToJsonFile(strBinary.c_str(), true, XmlEncoding_UTF8, EOLType_LF, json,
+             pShip->ToJsonFile(strJsonPath.c_str(), true, XmlEncoding_UTF8, EOLType_LF, json,
                                CompressionType_None);
          }},
         {"ToFastInfosetStream", 1,
          [&] { pShip->ToFastInfosetStream(FInfoDecl_None, kContext, CompressionType_None); }},
         {"ToFastInfosetFile", 1,
          [&] {
-             pShip->ToFastInfosetFile(strBinary.c_str(), FInfoDecl_None, kContext,
+             pShip->ToFastInfosetFile(strFinfPath.c_str(), FInfoDecl_None, kContext,
                                       CompressionType_None);
          }},
         {"FromXmlFile", 1, [&] { pShip->FromXmlFile(strPath.c_str(), kContext); }},
@@ -114,6 +117,12 @@ TEST(LicenceGate, IsConsultedByEachEntryOperationAndMayRefuseIt)
         {"FromXmlStream", 1,
          [&] { pShip->FromXmlStream(data.GetData(), data.GetLength(), kContext); }},
         {"FromXmlStream, data", 1, [&] { pShip->FromXmlStream(data, kContext); }},
+        // Itself and the XML that the JSON becomes.
+        {"FromJson", 2, [&] { pShip->FromJson(strJson.c_str(), json); }},
+        {"FromJsonFile", 2, [&] { pShip->FromJsonFile(strJsonPath.c_str(), json); }},
+        {"FromJsonStream", 2,
+         [&] { pShip->FromJsonStream(jsonData.GetData(), jsonData.GetLength(), json); }},
+        {"FromJsonStream, data", 2, [&] { pShip->FromJsonStream(jsonData, json); }},
         {"FromXmlElement", 1,
          [&] { pShip->FromXmlElement(document.GetDocumentElement(), kContext); }},
         // Itself, the writing and the reading.
@@ -131,7 +140,8 @@ TEST(LicenceGate, IsConsultedByEachEntryOperationAndMayRefuseIt)
         ExpectFailure<CQnException>(row.action, "No licence");
     }
     std::remove(strPath.c_str());
-    std::remove(strBinary.c_str());
+    std::remove(strJsonPath.c_str());
+    std::remove(strFinfPath.c_str());
 }
 
 TEST(LicenceGate, ComesAfterTheRefusalOfZLibFiles)
