@@ -3,7 +3,6 @@
 #include "QnXmlLib16/support/UTFFunctions.h"
 #include "QnXmlLib16/support/internal/UtfSteps.h"
 
-#include <algorithm>
 #include <atomic>
 #include <climits>
 #include <cstdint>

@@ -3,14 +3,12 @@
 #include <algorithm>
 #include <cctype>
 #include <climits>
-#include <clocale>
 #include <cmath>
 #include <cstdlib>
 #include <cstring>
 #include <cwchar>
 #include <langinfo.h>
 #include <locale.h>
-#include <memory>
 #include <sys/stat.h>
 
 namespace QnXmlLib16 {
