@@ -3,8 +3,11 @@
 #include "QnXmlLib16/support/Exceptions.h"
 
 #include <algorithm>
+#include <climits>
 #include <cmath>
 #include <cstdint>
+#include <cstring>
+#include <stdexcept>
 #include <utility>
 
 namespace QnXmlLib16 {
@@ -29,15 +32,18 @@ struct Run
     std::size_t Length() const { return static_cast<std::size_t>(pEnd - pFirst); }
 };
 
-// The digits of a magnitude without zeros at the top: none for zero.
-Run SignificantDigits(const Digits& vecDigits)
+Run RunOf(const Digits& vecDigits)
 {
-    const char* pFirst = vecDigits.data();
-    const char* pEnd = pFirst + vecDigits.size();
-    while (pEnd != pFirst && pEnd[-1] == 0) {
-        --pEnd;
+    return {vecDigits.data(), vecDigits.data() + vecDigits.size()};
+}
+
+// The digits of a magnitude without zeros at the top: none for zero.
+Run SignificantDigits(Run run)
+{
+    while (run.pEnd != run.pFirst && run.pEnd[-1] == 0) {
+        --run.pEnd;
     }
-    return {pFirst, pEnd};
+    return run;
 }
 
 // Powers of ten are what decimals multiply and divide by. Taken off as zeros, they cost no more
@@ -197,71 +203,241 @@ Limbs DivideLimbs(Limbs& dividend, Limbs divisor)
     return quotient;
 }
 
-int SignOf(bool bNegative)
+int CompareRuns(const Run& a, const Run& b)
 {
-    return bNegative ? -1 : 1;
+    if (a.Length() != b.Length()) {
+        return a.Length() < b.Length() ? -1 : 1;
+    }
+    for (std::size_t i = a.Length(); i-- > 0;) {
+        if (a.pFirst[i] != b.pFirst[i]) {
+            return a.pFirst[i] < b.pFirst[i] ? -1 : 1;
+        }
+    }
+    return 0;
+}
+
+Digits AddRuns(Run longer, Run shorter)
+{
+    if (longer.Length() < shorter.Length()) {
+        std::swap(longer, shorter);
+    }
+    Digits vecSum;
+    vecSum.reserve(longer.Length() + 1);
+    char nCarry = 0;
+    for (std::size_t i = 0; i < longer.Length(); ++i) {
+        const int nSum = longer.pFirst[i] + (i < shorter.Length() ? shorter.pFirst[i] : 0) + nCarry;
+        nCarry = nSum > 9 ? 1 : 0;
+        vecSum.push_back(static_cast<char>(nSum - 10 * nCarry));
+    }
+    if (nCarry != 0) {
+        vecSum.push_back(1);
+    }
+    return vecSum;
+}
+
+// a is not smaller than b.
+Digits SubtractRuns(const Run& a, const Run& b)
+{
+    Digits vecDifference(a.pFirst, a.pEnd);
+    char nBorrow = 0;
+    for (std::size_t i = 0; i < a.Length() && (i < b.Length() || nBorrow != 0); ++i) {
+        const int nDigit = a.pFirst[i] - (i < b.Length() ? b.pFirst[i] : 0) - nBorrow;
+        nBorrow = nDigit < 0 ? 1 : 0;
+        vecDifference[i] = static_cast<char>(nDigit + 10 * nBorrow);
+    }
+    CBigInteger::Clean(vecDifference);
+    return vecDifference;
+}
+
+Digits MultiplyRuns(Run a, Run b)
+{
+    a = SignificantDigits(a);
+    b = SignificantDigits(b);
+    if (a.Length() == 0 || b.Length() == 0) {
+        return Digits(1, 0);
+    }
+    const std::size_t nZerosA = CountLowZeros(a);
+    const std::size_t nZerosB = CountLowZeros(b);
+    a.pFirst += nZerosA;
+    b.pFirst += nZerosB;
+    Digits vecProduct(nZerosA + nZerosB, 0);
+    if (a.Length() == 1) {
+        std::swap(a, b);
+    }
+    if (b.Length() == 1 && *b.pFirst == 1) {
+        vecProduct.insert(vecProduct.end(), a.pFirst, a.pEnd);
+    }
+    else {
+        AppendLimbs(MultiplyLimbs(ToLimbs(a), ToLimbs(b)), vecProduct);
+        CBigInteger::Clean(vecProduct);
+    }
+    return vecProduct;
+}
+
+struct Division
+{
+    Digits vecQuotient;
+    Digits vecRemainder;
+};
+
+Division DivideRuns(Run a, Run b)
+{
+    a = SignificantDigits(a);
+    b = SignificantDigits(b);
+    if (b.Length() == 0) {
+        throw CQnInvalidValueException("ERROR: Overflow in operator/.");
+    }
+    Division result;
+    if (a.Length() < b.Length()) {
+        result.vecRemainder.assign(a.pFirst, a.pEnd);
+    }
+    else {
+        // As many low digits of the dividend as the divisor has low zeros pass to the remainder.
+        const std::size_t nZeros = CountLowZeros(b);
+        b.pFirst += nZeros;
+        const Run top = {a.pFirst + nZeros, a.pEnd};
+        result.vecRemainder.assign(a.pFirst, top.pFirst);
+        if (b.Length() == 1 && *b.pFirst == 1) {
+            result.vecQuotient.assign(top.pFirst, top.pEnd);
+        }
+        else {
+            Limbs remainder = ToLimbs(top);
+            AppendLimbs(DivideLimbs(remainder, ToLimbs(b)), result.vecQuotient);
+            AppendLimbs(remainder, result.vecRemainder);
+        }
+    }
+    CBigInteger::Clean(result.vecQuotient);
+    CBigInteger::Clean(result.vecRemainder);
+    return result;
+}
+
+Digits DigitsOf(unsigned long long nValue)
+{
+    Digits vecDigits;
+    CBigInteger::BuildDWORDLONG(nValue, vecDigits);
+    return vecDigits;
 }
 
 } // namespace
 
-CBigInteger::CBigInteger() : m_nSign(1), m_vecDigits(1, 0) {}
-
-CBigInteger::CBigInteger(int nValue) : m_nSign(SignOf(nValue < 0))
+CBigInteger::CBigInteger(int nValue)
 {
+    m_number.nSign = SignOf(nValue < 0);
     const auto nBits = static_cast<unsigned int>(nValue);
-    Build(nValue < 0 ? 0U - nBits : nBits, m_vecDigits);
+    SetDigits(DigitsOf(nValue < 0 ? 0U - nBits : nBits));
 }
 
 // Deliberate: a long keeps its sign and the low 32 bits of its magnitude, so that 4294967297 gives 1
 // and -4294967296 a negative zero. The long long forms are exact.
 // Pinned by BigIntegerBuilding.LongIsCutTo32Bits.
-CBigInteger::CBigInteger(long nValue) : m_nSign(SignOf(nValue < 0))
+CBigInteger::CBigInteger(long nValue)
 {
+    m_number.nSign = SignOf(nValue < 0);
     const auto nBits = static_cast<unsigned long>(nValue);
-    Build(static_cast<unsigned int>(nValue < 0 ? 0UL - nBits : nBits), m_vecDigits);
+    SetDigits(DigitsOf(static_cast<unsigned int>(nValue < 0 ? 0UL - nBits : nBits)));
 }
 
-CBigInteger::CBigInteger(long long nValue) : m_nSign(SignOf(nValue < 0))
+CBigInteger::CBigInteger(long long nValue)
 {
+    m_number.nSign = SignOf(nValue < 0);
     const auto nBits = static_cast<unsigned long long>(nValue);
-    BuildDWORDLONG(nValue < 0 ? 0ULL - nBits : nBits, m_vecDigits);
+    SetDigits(DigitsOf(nValue < 0 ? 0ULL - nBits : nBits));
 }
 
 // Deliberate: cut to 32 bits, as the signed form. Pinned by BigIntegerBuilding.LongIsCutTo32Bits.
-CBigInteger::CBigInteger(unsigned long nValue) : m_nSign(1)
+CBigInteger::CBigInteger(unsigned long nValue)
 {
-    Build(static_cast<unsigned int>(nValue), m_vecDigits);
+    SetDigits(DigitsOf(static_cast<unsigned int>(nValue)));
 }
 
-CBigInteger::CBigInteger(unsigned long long nValue) : m_nSign(1)
+CBigInteger::CBigInteger(unsigned long long nValue)
 {
-    BuildDWORDLONG(nValue, m_vecDigits);
+    SetDigits(DigitsOf(nValue));
 }
 
-CBigInteger::CBigInteger(double dValue) : m_nSign(SignOf(dValue < 0))
+CBigInteger::CBigInteger(double dValue)
 {
-    BuildDouble(std::fabs(dValue), m_vecDigits);
-    Clean(m_vecDigits);
+    m_number.nSign = SignOf(dValue < 0);
+    Digits vecDigits;
+    BuildDouble(std::fabs(dValue), vecDigits);
+    SetDigits(vecDigits);
 }
 
-CBigInteger::CBigInteger(int nSign, Digits&& vecDigits) noexcept
-    : m_nSign(nSign), m_vecDigits(std::move(vecDigits))
-{}
-
-CBigInteger::CBigInteger(const CBigInteger& other) = default;
-
-CBigInteger::CBigInteger(CBigInteger&& other) noexcept = default;
-
-CBigInteger& CBigInteger::operator=(const CBigInteger& other)
+CBigInteger::CBigInteger(int nSign, const Digits& vecDigits)
 {
-    m_vecDigits = other.m_vecDigits;
-    m_nSign = other.m_nSign;
-    return *this;
+    m_number.nSign = SignOf(nSign < 0);
+    SetDigits(vecDigits);
 }
 
-CBigInteger& CBigInteger::operator=(CBigInteger&& other) noexcept = default;
+CBigInteger::~CBigInteger()
+{
+    FreeBlock();
+}
 
-CBigInteger::~CBigInteger() = default;
+void CBigInteger::SetDigits(const char* pLow, std::size_t nCount)
+{
+    while (nCount > 1 && pLow[nCount - 1] == 0) {
+        --nCount;
+    }
+    if (nCount > UINT_MAX) {
+        throw std::length_error("CBigInteger");
+    }
+    char acDigits[kInPlace] = {};
+    if (nCount > kInPlace) {
+        const Block block = {new char[nCount], static_cast<unsigned int>(nCount)};
+        std::memcpy(block.pDigits, pLow, nCount);
+        std::memcpy(acDigits, &block.pDigits, sizeof block.pDigits);
+        std::memcpy(acDigits + sizeof block.pDigits, &block.nCount, sizeof block.nCount);
+    }
+    else {
+        std::copy(pLow, pLow + nCount, acDigits);
+    }
+    FreeBlock();
+    std::memcpy(m_number.acDigits, acDigits, sizeof m_number.acDigits);
+    m_number.nInPlace =
+        nCount > kInPlace ? kOnHeap : static_cast<unsigned char>(nCount == 0 ? 1 : nCount);
+}
+
+void CBigInteger::SetDigitText(const char* pText, std::size_t nCount)
+{
+    for (; nCount > 1 && *pText == '0'; --nCount) {
+        ++pText;
+    }
+    char acShort[kInPlace];
+    Digits vecLong(nCount > kInPlace ? nCount : 0);
+    char* const pLow = nCount > kInPlace ? vecLong.data() : acShort;
+    for (std::size_t i = 0; i < nCount; ++i) {
+        pLow[i] = static_cast<char>(pText[nCount - 1 - i] - '0');
+    }
+    SetDigits(pLow, nCount);
+}
+
+void CBigInteger::AddLowZeros(std::size_t nCount)
+{
+    Digits vecShifted(nCount + GetDigitCount(), 0);
+    std::copy(GetLow(), GetEnd(), vecShifted.begin() + static_cast<std::ptrdiff_t>(nCount));
+    SetDigits(vecShifted);
+}
+
+void CBigInteger::DropLowDigits(std::size_t nCount)
+{
+    nCount = std::min(nCount, GetDigitCount());
+    SetDigits(GetLow() + nCount, GetDigitCount() - nCount);
+}
+
+void CBigInteger::CopyBlock()
+{
+    const Block block = GetBlock();
+    m_number.nInPlace = 1; // the block is another's
+    SetDigits(block.pDigits, block.nCount);
+}
+
+void CBigInteger::FreeBlock() noexcept
+{
+    if (!IsInPlace()) {
+        delete[] GetBlock().pDigits;
+    }
+}
 
 std::string CBigInteger::ToString() const
 {
@@ -269,8 +445,8 @@ std::string CBigInteger::ToString() const
         return "0";
     }
     std::string strText;
-    strText.reserve(m_vecDigits.size() + 1);
-    if (m_nSign == -1) {
+    strText.reserve(GetDigitCount() + 1);
+    if (m_number.nSign == -1) {
         strText.push_back('-');
     }
     AppendDigits(strText);
@@ -279,7 +455,7 @@ std::string CBigInteger::ToString() const
 
 void CBigInteger::Abs()
 {
-    m_nSign = 1;
+    m_number.nSign = 1;
 }
 
 CBigInteger CBigInteger::GetAbs() const
@@ -291,7 +467,7 @@ CBigInteger CBigInteger::GetAbs() const
 
 void CBigInteger::Negate()
 {
-    m_nSign = -m_nSign;
+    m_number.nSign = SignOf(m_number.nSign == 1);
 }
 
 CBigInteger CBigInteger::GetNegative() const
@@ -311,17 +487,13 @@ CBigInteger& CBigInteger::operator-()
 
 bool CBigInteger::IsZero() const
 {
-    return m_vecDigits.empty() || (m_vecDigits.size() == 1 && m_vecDigits[0] == 0);
-}
-
-std::size_t CBigInteger::GetDigitCount() const
-{
-    return Position(m_vecDigits);
+    return m_number.nInPlace == 1 && m_number.acDigits[0] == 0;
 }
 
 bool CBigInteger::operator==(const CBigInteger& right) const
 {
-    return m_vecDigits == right.m_vecDigits && (IsZero() || m_nSign == right.m_nSign);
+    return CompareMagnitudes(*this, right) == 0 &&
+           (IsZero() || m_number.nSign == right.m_number.nSign);
 }
 
 bool CBigInteger::operator!=(const CBigInteger& right) const
@@ -333,11 +505,10 @@ bool CBigInteger::operator<(const CBigInteger& right) const
 {
     // Deliberate: different signs decide without a look at the digits. So -0 is below +0, although
     // the two are equal. Pinned by BigIntegerSigns.NegativeZeroIsEqualToZeroAndBelowIt.
-    if (m_nSign != right.m_nSign) {
-        return m_nSign == -1;
+    if (m_number.nSign != right.m_number.nSign) {
+        return m_number.nSign == -1;
     }
-    return m_nSign == -1 ? Compare(right.m_vecDigits, m_vecDigits) == -1
-                         : Compare(m_vecDigits, right.m_vecDigits) == -1;
+    return CompareMagnitudes(*this, right) == -m_number.nSign;
 }
 
 bool CBigInteger::operator>(const CBigInteger& right) const
@@ -373,9 +544,8 @@ CBigInteger CBigInteger::operator*(const CBigInteger& right) const
 {
     // Deliberate: a zero product takes the product of the signs too, and so may be a negative zero;
     // decimals keep the sign of -0.5 there. Pinned by BigIntegerSigns.OfZeroResults.
-    Digits vecProduct;
-    Multiply(m_vecDigits, right.m_vecDigits, vecProduct);
-    return CBigInteger(m_nSign * right.m_nSign, std::move(vecProduct));
+    return CBigInteger(m_number.nSign * right.m_number.nSign,
+                       MultiplyRuns({GetLow(), GetEnd()}, {right.GetLow(), right.GetEnd()}));
 }
 
 CBigInteger CBigInteger::operator/(const CBigInteger& right) const
@@ -390,7 +560,7 @@ CBigInteger CBigInteger::operator/(const CBigInteger& right) const
 // Pinned by BigIntegerDivision.OnlyTheSlashTakesNegativeDivisors.
 CBigInteger CBigInteger::operator%(const CBigInteger& right) const
 {
-    if (right.IsZero() || right.m_nSign == -1) {
+    if (right.IsZero() || right.m_number.nSign == -1) {
         throw CQnInvalidValueException("ERROR: Overflow in operator%.");
     }
     return Remainder(right);
@@ -415,7 +585,7 @@ CBigInteger& CBigInteger::operator*=(const CBigInteger& right)
 
 CBigInteger& CBigInteger::operator/=(const CBigInteger& right)
 {
-    if (right.IsZero() || right.m_nSign == -1) {
+    if (right.IsZero() || right.m_number.nSign == -1) {
         throw CQnInvalidValueException("ERROR: Overflow in operator /=.");
     }
     return *this = Quotient(right);
@@ -423,7 +593,7 @@ CBigInteger& CBigInteger::operator/=(const CBigInteger& right)
 
 CBigInteger& CBigInteger::operator%=(const CBigInteger& right)
 {
-    if (right.IsZero() || right.m_nSign == -1) {
+    if (right.IsZero() || right.m_number.nSign == -1) {
         throw CQnInvalidValueException("ERROR: Overflow in operator%=.");
     }
     return *this = Remainder(right);
@@ -449,7 +619,7 @@ CBigInteger CBigInteger::Pow10(unsigned int nExponent)
 {
     Digits vecDigits;
     Pow10(nExponent, vecDigits);
-    return CBigInteger(1, std::move(vecDigits));
+    return CBigInteger(1, vecDigits);
 }
 
 CBigInteger CBigInteger::SquareRoot() const
@@ -494,14 +664,7 @@ void CBigInteger::Clean(Digits& vecDigits)
 
 int CBigInteger::Compare(const Digits& vecA, const Digits& vecB)
 {
-    if (vecA.size() != vecB.size()) {
-        return vecA.size() < vecB.size() ? -1 : 1;
-    }
-    const auto difference = std::mismatch(vecA.rbegin(), vecA.rend(), vecB.rbegin());
-    if (difference.first == vecA.rend()) {
-        return 0;
-    }
-    return *difference.first < *difference.second ? -1 : 1;
+    return CompareRuns(RunOf(vecA), RunOf(vecB));
 }
 
 std::size_t CBigInteger::Position(const Digits& vecDigits)
@@ -511,33 +674,12 @@ std::size_t CBigInteger::Position(const Digits& vecDigits)
 
 void CBigInteger::Add(const Digits& vecA, const Digits& vecB, Digits& vecOut)
 {
-    const Digits& vecLong = vecA.size() < vecB.size() ? vecB : vecA;
-    const Digits& vecShort = vecA.size() < vecB.size() ? vecA : vecB;
-    Digits vecSum;
-    vecSum.reserve(vecLong.size() + 1);
-    char nCarry = 0;
-    for (std::size_t i = 0; i < vecLong.size(); ++i) {
-        const int nSum = vecLong[i] + (i < vecShort.size() ? vecShort[i] : 0) + nCarry;
-        nCarry = nSum > 9 ? 1 : 0;
-        vecSum.push_back(static_cast<char>(nSum - 10 * nCarry));
-    }
-    if (nCarry != 0) {
-        vecSum.push_back(1);
-    }
-    vecOut = std::move(vecSum);
+    vecOut = AddRuns(RunOf(vecA), RunOf(vecB));
 }
 
 void CBigInteger::Subtract(const Digits& vecA, const Digits& vecB, Digits& vecOut)
 {
-    Digits vecDifference(vecA);
-    char nBorrow = 0;
-    for (std::size_t i = 0; i < vecDifference.size() && (i < vecB.size() || nBorrow != 0); ++i) {
-        const int nDigit = vecDifference[i] - (i < vecB.size() ? vecB[i] : 0) - nBorrow;
-        nBorrow = nDigit < 0 ? 1 : 0;
-        vecDifference[i] = static_cast<char>(nDigit + 10 * nBorrow);
-    }
-    Clean(vecDifference);
-    vecOut = std::move(vecDifference);
+    vecOut = SubtractRuns(RunOf(vecA), RunOf(vecB));
 }
 
 void CBigInteger::Multiply(const Digits& vecA, char nDigit, Digits& vecOut)
@@ -562,33 +704,12 @@ void CBigInteger::Multiply(const Digits& vecA, char nDigit, Digits& vecOut)
 
 void CBigInteger::Multiply(const Digits& vecA, const Digits& vecB, Digits& vecOut)
 {
-    Run a = SignificantDigits(vecA);
-    Run b = SignificantDigits(vecB);
-    if (a.Length() == 0 || b.Length() == 0) {
-        vecOut.assign(1, 0);
-        return;
-    }
-    const std::size_t nZerosA = CountLowZeros(a);
-    const std::size_t nZerosB = CountLowZeros(b);
-    a.pFirst += nZerosA;
-    b.pFirst += nZerosB;
-    Digits vecProduct(nZerosA + nZerosB, 0);
-    if (a.Length() == 1) {
-        std::swap(a, b);
-    }
-    if (b.Length() == 1 && *b.pFirst == 1) {
-        vecProduct.insert(vecProduct.end(), a.pFirst, a.pEnd);
-    }
-    else {
-        AppendLimbs(MultiplyLimbs(ToLimbs(a), ToLimbs(b)), vecProduct);
-        Clean(vecProduct);
-    }
-    vecOut = std::move(vecProduct);
+    vecOut = MultiplyRuns(RunOf(vecA), RunOf(vecB));
 }
 
 void CBigInteger::ShiftLeft(Digits& vecDigits, int nCount)
 {
-    if (nCount > 0 && SignificantDigits(vecDigits).Length() != 0) {
+    if (nCount > 0 && SignificantDigits(RunOf(vecDigits)).Length() != 0) {
         vecDigits.insert(vecDigits.begin(), static_cast<std::size_t>(nCount), 0);
     }
 }
@@ -603,35 +724,9 @@ void CBigInteger::Pow10(unsigned int nExponent, Digits& vecDigits)
 void CBigInteger::Divide(const Digits& vecA, const Digits& vecB, Digits& vecQuotient,
                          Digits& vecRemainder)
 {
-    const Run a = SignificantDigits(vecA);
-    Run b = SignificantDigits(vecB);
-    if (b.Length() == 0) {
-        throw CQnInvalidValueException("ERROR: Overflow in operator/.");
-    }
-    Digits vecQ;
-    Digits vecR;
-    if (a.Length() < b.Length()) {
-        vecR.assign(a.pFirst, a.pEnd);
-    }
-    else {
-        // As many low digits of the dividend as the divisor has low zeros pass to the remainder.
-        const std::size_t nZeros = CountLowZeros(b);
-        b.pFirst += nZeros;
-        const Run top = {a.pFirst + nZeros, a.pEnd};
-        vecR.assign(a.pFirst, top.pFirst);
-        if (b.Length() == 1 && *b.pFirst == 1) {
-            vecQ.assign(top.pFirst, top.pEnd);
-        }
-        else {
-            Limbs remainder = ToLimbs(top);
-            AppendLimbs(DivideLimbs(remainder, ToLimbs(b)), vecQ);
-            AppendLimbs(remainder, vecR);
-        }
-    }
-    Clean(vecQ);
-    Clean(vecR);
-    vecQuotient = std::move(vecQ);
-    vecRemainder = std::move(vecR);
+    Division result = DivideRuns(RunOf(vecA), RunOf(vecB));
+    vecQuotient = std::move(result.vecQuotient);
+    vecRemainder = std::move(result.vecRemainder);
 }
 
 void CBigInteger::Build(const std::string& strText, Digits& vecDigits)
@@ -685,12 +780,11 @@ CBigInteger CBigInteger::Quotient(const CBigInteger& right) const
     if (IsZero()) {
         return CBigInteger();
     }
-    Digits vecQuotient;
-    Digits vecRemainder;
-    Divide(m_vecDigits, right.m_vecDigits, vecQuotient, vecRemainder);
     // Deliberate: 1 / -2 is a negative zero, 0 / -2 is not.
     // Pinned by BigIntegerSigns.OfZeroResults.
-    return CBigInteger(m_nSign * right.m_nSign, std::move(vecQuotient));
+    return CBigInteger(
+        m_number.nSign * right.m_number.nSign,
+        DivideRuns({GetLow(), GetEnd()}, {right.GetLow(), right.GetEnd()}).vecQuotient);
 }
 
 CBigInteger CBigInteger::Remainder(const CBigInteger& right) const
@@ -698,34 +792,38 @@ CBigInteger CBigInteger::Remainder(const CBigInteger& right) const
     if (IsZero()) {
         return CBigInteger();
     }
-    Digits vecQuotient;
-    Digits vecRemainder;
-    Divide(m_vecDigits, right.m_vecDigits, vecQuotient, vecRemainder);
-    return CBigInteger(m_nSign, std::move(vecRemainder));
+    return CBigInteger(
+        m_number.nSign,
+        DivideRuns({GetLow(), GetEnd()}, {right.GetLow(), right.GetEnd()}).vecRemainder);
+}
+
+int CBigInteger::CompareMagnitudes(const CBigInteger& a, const CBigInteger& b)
+{
+    return CompareRuns({a.GetLow(), a.GetEnd()}, {b.GetLow(), b.GetEnd()});
 }
 
 int CBigInteger::Signum() const
 {
-    return IsZero() ? 0 : m_nSign;
+    return IsZero() ? 0 : m_number.nSign;
 }
 
 void CBigInteger::AppendDigits(std::string& strText) const
 {
-    for (auto it = m_vecDigits.rbegin(); it != m_vecDigits.rend(); ++it) {
-        strText.push_back(static_cast<char>('0' + *it));
+    for (const char* p = GetEnd(); p != GetLow();) {
+        strText.push_back(static_cast<char>('0' + *--p));
     }
 }
 
 bool CBigInteger::IsWithin(const char* pszMaxTop, const char* pszMinTop, std::size_t nLength) const
 {
-    if (m_vecDigits.size() != nLength) {
-        return m_vecDigits.size() < nLength;
+    if (GetDigitCount() != nLength) {
+        return GetDigitCount() < nLength;
     }
-    const char* pszTop = m_nSign == -1 ? pszMinTop : pszMaxTop;
-    for (auto it = m_vecDigits.rbegin(); it != m_vecDigits.rend(); ++it) {
+    const char* pszTop = m_number.nSign == -1 ? pszMinTop : pszMaxTop;
+    for (const char* p = GetEnd(); p != GetLow();) {
         const int nBound = *pszTop != '\0' ? *pszTop++ - '0' : 0;
-        if (*it != nBound) {
-            return *it < nBound;
+        if (*--p != nBound) {
+            return *p < nBound;
         }
     }
     return true;
@@ -750,27 +848,29 @@ long long CBigInteger::ToInt64() const
 {
     // Summed on the side of its sign, so that the minimum fits.
     long long nValue = 0;
-    for (auto it = m_vecDigits.rbegin(); it != m_vecDigits.rend(); ++it) {
-        nValue = nValue * 10 + m_nSign * *it;
+    for (const char* p = GetEnd(); p != GetLow();) {
+        nValue = nValue * 10 + m_number.nSign * *--p;
     }
     return nValue;
 }
 
 void CBigInteger::AddSigned(const CBigInteger& right, int nRightSign)
 {
-    const int nSign = right.m_nSign * nRightSign;
-    if (m_nSign == nSign) {
-        Add(m_vecDigits, right.m_vecDigits, m_vecDigits);
+    const int nSign = right.m_number.nSign * nRightSign;
+    const Run own = {GetLow(), GetEnd()};
+    const Run other = {right.GetLow(), right.GetEnd()};
+    if (m_number.nSign == nSign) {
+        SetDigits(AddRuns(own, other));
         return;
     }
-    const int nOrder = Compare(m_vecDigits, right.m_vecDigits);
+    const int nOrder = CompareRuns(own, other);
     if (nOrder < 0) {
-        Subtract(right.m_vecDigits, m_vecDigits, m_vecDigits);
-        m_nSign = nSign;
+        SetDigits(SubtractRuns(other, own));
+        m_number.nSign = SignOf(nSign < 0);
     }
     else {
-        Subtract(m_vecDigits, right.m_vecDigits, m_vecDigits);
-        m_nSign = nOrder == 0 ? 1 : m_nSign;
+        SetDigits(SubtractRuns(own, other));
+        m_number.nSign = nOrder == 0 ? SignOf(false) : m_number.nSign;
     }
 }
 

@@ -3,6 +3,7 @@
 #include "QnXmlLib16/support/Export.h"
 
 #include <cstddef>
+#include <cstring>
 #include <string>
 #include <vector>
 
@@ -42,7 +43,7 @@ public:
     static const CBigInteger MAX_DOUBLE;
     static const CBigInteger MIN_DOUBLE;
 
-    CBigInteger(); // 0
+    CBigInteger() noexcept : m_number() {} // 0
     CBigInteger(int nValue);
     // The two long forms keep the low 32 bits of the magnitude only.
     CBigInteger(long nValue);
@@ -55,10 +56,30 @@ public:
     CBigInteger(double dValue);
     CBigInteger(const char* pszText);   // as Parse
     CBigInteger(const CDecimal& value); // rounds as CDecimal::ToBigInteger
-    CBigInteger(const CBigInteger& other);
-    CBigInteger(CBigInteger&& other) noexcept;
-    CBigInteger& operator=(const CBigInteger& other);
-    CBigInteger& operator=(CBigInteger&& other) noexcept;
+    CBigInteger(const CBigInteger& other) : m_number(other.m_number)
+    {
+        if (!IsInPlace())
+            CopyBlock();
+    }
+    CBigInteger(CBigInteger&& other) noexcept : m_number(other.m_number)
+    {
+        if (!IsInPlace())
+            other.m_number = Number();
+    }
+    CBigInteger& operator=(const CBigInteger& other)
+    {
+        if (!IsInPlace() || !other.IsInPlace())
+            return *this = CBigInteger(other);
+        m_number = other.m_number;
+        return *this;
+    }
+    CBigInteger& operator=(CBigInteger&& other) noexcept
+    {
+        const Number number = m_number;
+        m_number = other.m_number;
+        other.m_number = number;
+        return *this;
+    }
     virtual ~CBigInteger();
 
     // Replaces the value by the one that a text stands for. A text of digits, signs and white space
@@ -79,7 +100,10 @@ public:
 
     bool IsZero() const;
     // The number of decimal digits of the magnitude; 1 for zero.
-    std::size_t GetDigitCount() const;
+    std::size_t GetDigitCount() const noexcept
+    {
+        return IsInPlace() ? m_number.nInPlace : GetBlock().nCount;
+    }
 
     // The two zeros are equal, yet the negative one is below the positive one.
     bool operator==(const CBigInteger& right) const;
@@ -146,12 +170,33 @@ public:
 private:
     friend class CDecimal;
 
-    CBigInteger(int nSign, Digits&& vecDigits) noexcept;
+    CBigInteger(int nSign, const Digits& vecDigits);
+
+    static signed char SignOf(bool bNegative) { return bNegative ? -1 : 1; }
+
+    // The digits as they lie in memory, the lowest first.
+    const char* GetLow() const noexcept
+    {
+        return IsInPlace() ? m_number.acDigits : GetBlock().pDigits;
+    }
+    const char* GetEnd() const noexcept { return GetLow() + GetDigitCount(); }
+    // Takes over nCount digits less the zeros at the top. They may be a part of this object's own.
+    void SetDigits(const char* pLow, std::size_t nCount);
+    void SetDigits(const Digits& vecDigits) { SetDigits(vecDigits.data(), vecDigits.size()); }
+    // The same from characters, the highest first.
+    void SetDigitText(const char* pText, std::size_t nCount);
+    // Multiplies by 10 to the power nCount, and divides by it; nCount may be beyond the digits.
+    void AddLowZeros(std::size_t nCount);
+    void DropLowDigits(std::size_t nCount);
+    // The block of digits anew, for a copy whose fields were copied already.
+    void CopyBlock();
+    void FreeBlock() noexcept;
 
     // The operators behind their refusals: a zero dividend gives +0; else a zero quotient has the sign
     // of any quotient and a zero remainder that of the dividend.
     CBigInteger Quotient(const CBigInteger& right) const;
     CBigInteger Remainder(const CBigInteger& right) const;
+    static int CompareMagnitudes(const CBigInteger& a, const CBigInteger& b); // -1, 0 or 1
     int Signum() const;                            // -1, 0 or 1; 0 for either zero
     void AppendDigits(std::string& strText) const; // of the magnitude, from the top
     // Whether the value lies within the bounds of nLength digits that begin as told and go on with
@@ -165,9 +210,36 @@ private:
     // Adds right with its sign multiplied by nRightSign.
     void AddSigned(const CBigInteger& right, int nRightSign);
 
-    int m_nSign; // 1 or -1
-    // At least one digit; the top one is not 0 unless the value is the single digit 0.
-    Digits m_vecDigits;
+    // The description of a block of digits.
+    struct Block
+    {
+        char* pDigits; // owned
+        unsigned int nCount;
+    };
+
+    static constexpr unsigned char kInPlace = 14;
+    static constexpr unsigned char kOnHeap = 255;
+
+    // At least one digit; the top one is not 0 unless the value is the single digit 0. The numbers
+    // of most documents are short, and an allocation for each would cost more than all else: up to
+    // kInPlace digits lie in the object, more of them in a block whose description lies there.
+    struct Number
+    {
+        alignas(char*) char acDigits[kInPlace] = {};
+        unsigned char nInPlace = 1; // how many digits lie in acDigits, or kOnHeap
+        signed char nSign = 1;      // 1 or -1
+    };
+
+    bool IsInPlace() const noexcept { return m_number.nInPlace != kOnHeap; }
+    Block GetBlock() const noexcept
+    {
+        Block block;
+        std::memcpy(&block.pDigits, m_number.acDigits, sizeof block.pDigits);
+        std::memcpy(&block.nCount, m_number.acDigits + sizeof block.pDigits, sizeof block.nCount);
+        return block;
+    }
+
+    Number m_number;
 };
 
 } // namespace QnXmlLib16

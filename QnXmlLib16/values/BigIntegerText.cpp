@@ -21,7 +21,7 @@ QNXML_FIRST const CBigInteger CBigInteger::MIN_DOUBLE{CDecimal("-1.7E+308")};
 
 #undef QNXML_FIRST
 
-CBigInteger::CBigInteger(const char* pszText) : m_nSign(1)
+CBigInteger::CBigInteger(const char* pszText)
 {
     Parse(pszText);
 }
@@ -49,12 +49,13 @@ void CBigInteger::Parse(const char* pszText)
     // Deliberate: what stands in front of the last run of digits is not looked at, but for a "-" at
     // the very start. So "1-2" is 2, "-1 2" is -2, and "12-" or a number with a line feed behind it
     // is 0. Pinned by BigIntegerText.TheDigitsAtTheEndAreTheValue.
-    const int nSign = pFirst != pEnd && *pFirst == '-' ? -1 : 1;
-    Digits vecDigits;
-    Build(std::string(pFirst, pEnd), vecDigits);
-    Clean(vecDigits);
-    m_vecDigits = std::move(vecDigits);
-    m_nSign = nSign;
+    const signed char nSign = SignOf(pFirst != pEnd && *pFirst == '-');
+    const char* pDigits = pEnd;
+    while (pDigits != pFirst && pDigits[-1] >= '0' && pDigits[-1] <= '9') {
+        --pDigits;
+    }
+    SetDigitText(pDigits, static_cast<std::size_t>(pEnd - pDigits));
+    m_number.nSign = nSign;
 }
 
 } // namespace QnXmlLib16

@@ -21,6 +21,14 @@ bool IsDigit(char c)
     return c >= '0' && c <= '9';
 }
 
+const char* SkipDigits(const char* p)
+{
+    while (IsDigit(*p)) {
+        ++p;
+    }
+    return p;
+}
+
 bool IsExponentLetter(char c)
 {
     return c == 'e' || c == 'E';
@@ -64,12 +72,12 @@ CDecimal::CDecimal(double dValue) : m_nFractionalDivider(1)
         std::to_chars(szText, szText + sizeof szText - 2, dValue, std::chars_format::fixed, 13).ptr;
     *pEnd++ = '\n';
     *pEnd = '\0';
-    Parse(szText);
+    Read(szText);
 }
 
 CDecimal::CDecimal(const char* pszText) : m_nFractionalDivider(1)
 {
-    Parse(pszText);
+    Read(pszText);
 }
 
 CDecimal::CDecimal(const CBigInteger& value) : m_integerPart(value), m_nFractionalDivider(1) {}
@@ -78,27 +86,46 @@ CDecimal::CDecimal(const CBigInteger& integerPart, const CBigInteger& fractionPa
     : m_integerPart(integerPart), m_fractionPart(fractionPart), m_nFractionalDivider(nDivider)
 {}
 
-CDecimal::CDecimal(const CDecimal& other) = default;
-
-CDecimal::CDecimal(CDecimal&& other) noexcept = default;
+CDecimal::~CDecimal() = default;
 
 CDecimal& CDecimal::operator=(const CDecimal& other)
 {
-    return *this = CDecimal(other);
+    if (!other.m_integerPart.IsInPlace() || !other.m_fractionPart.IsInPlace()) {
+        return *this = CDecimal(other);
+    }
+    m_integerPart = other.m_integerPart;
+    m_fractionPart = other.m_fractionPart;
+    m_nFractionalDivider = other.m_nFractionalDivider;
+    return *this;
 }
 
-CDecimal& CDecimal::operator=(CDecimal&& other) noexcept = default;
-
-CDecimal::~CDecimal() = default;
-
 void CDecimal::Parse(const char* pszText)
+{
+    *this = CDecimal(pszText);
+}
+
+void CDecimal::Read(const char* pszText)
 {
     if (pszText == nullptr) {
         pszText = "";
     }
+    // Nearly all texts are an optional sign, digits and an optional fraction, and need no copy.
+    const bool bMinus = *pszText == '-';
+    const char* const pInteger = pszText + (bMinus ? 1 : 0);
+    const char* const pIntegerEnd = SkipDigits(pInteger);
+    const char* const pFraction = pIntegerEnd + (*pIntegerEnd == '.' ? 1 : 0);
+    const char* const pFractionEnd = SkipDigits(pFraction);
+    if (*pFractionEnd == '\0') {
+        SetParts(bMinus, {pInteger, static_cast<std::size_t>(pIntegerEnd - pInteger)},
+                 {pFraction, static_cast<std::size_t>(pFractionEnd - pFraction)});
+        Rationalise();
+        LimitFraction();
+        return;
+    }
+
     std::string strInteger;
     std::string strFraction;
-    int nSign = 1;
+    bool bNegative = false;
     const char* p = pszText;
     // Deliberate: signs and white space count anywhere before the point, so that "1-2" is -12 and
     // "1 000" is 1000. Pinned by DecimalText.Parses.
@@ -107,7 +134,7 @@ void CDecimal::Parse(const char* pszText)
             strInteger.push_back(*p);
         }
         else if (*p == '-' || *p == '+') {
-            nSign = *p == '-' ? -1 : 1;
+            bNegative = *p == '-';
         }
         else if (!CWhitespaceUtils::IsWhiteSpace(*p)) {
             ThrowInvalidChar(pszText, p);
@@ -145,21 +172,13 @@ void CDecimal::Parse(const char* pszText)
             FormatString("The exponent of the Decimal is to large [%s].", pszText));
     }
 
-    CDecimal value;
-    CBigInteger::Build(strInteger, value.m_integerPart.m_vecDigits);
-    CBigInteger::Clean(value.m_integerPart.m_vecDigits);
-    CBigInteger::Build(strFraction, value.m_fractionPart.m_vecDigits);
-    CBigInteger::Clean(value.m_fractionPart.m_vecDigits);
-    value.m_integerPart.m_nSign = nSign;
-    value.m_fractionPart.m_nSign = nSign;
-    value.m_nFractionalDivider = std::max(1, static_cast<int>(strFraction.size()));
+    SetParts(bNegative, strInteger, strFraction);
     if (bHasExponent) {
         const CDecimal power(CBigInteger::Pow10(static_cast<unsigned int>(nExponent)));
-        value = bNegativeExponent ? value / power : value * power;
+        *this = bNegativeExponent ? *this / power : *this * power;
     }
-    value.Rationalise();
-    value.LimitFraction();
-    *this = std::move(value);
+    Rationalise();
+    LimitFraction();
 }
 
 std::string CDecimal::ToString() const
@@ -170,7 +189,7 @@ std::string CDecimal::ToString() const
     // Deliberate: the text is cut at 1023 characters, in the integer part if that is so long, and
     // then shows a smaller number. A text without a fraction is never cut.
     // Pinned by DecimalText.ATextWithAFractionIsCutAt1023Characters.
-    std::string strText(m_integerPart.m_nSign == -1 ? "-" : "");
+    std::string strText(m_integerPart.m_number.nSign == -1 ? "-" : "");
     m_integerPart.AppendDigits(strText);
     strText.push_back('.');
     AppendFraction(strText);
@@ -184,7 +203,7 @@ std::string CDecimal::ToString(int nDigits) const
     // so that 1.25 gives "1.7" for one digit and "1.75" for two. The term is built as a text of 1023
     // characters with the 5 at the end of a field of nDigits + 1 blanks: a field that does not fit
     // loses the 5, and the value is cut only. Pinned by DecimalText.FixedDigitsAddAHalfAndCut.
-    const bool bNegative = m_integerPart.m_nSign == -1;
+    const bool bNegative = m_integerPart.m_number.nSign == -1;
     const std::size_t nWanted = static_cast<std::size_t>(std::max(0, nDigits));
     const std::size_t nPrefix = bNegative ? 3 : 2; // "-0." or "0."
     CDecimal sum(CBigInteger(), CBigInteger(nPrefix + nWanted + 1 <= kMaxText ? 5 : 0), 1);
@@ -196,7 +215,7 @@ std::string CDecimal::ToString(int nDigits) const
     std::string strFraction;
     sum.AppendFraction(strFraction);
     strFraction.resize(std::min({strFraction.size(), kMaxText, nWanted}));
-    std::string strText(sum.m_integerPart.m_nSign == -1 ? "-" : "");
+    std::string strText(sum.m_integerPart.m_number.nSign == -1 ? "-" : "");
     sum.m_integerPart.AppendDigits(strText);
     strText.push_back('.');
     return strText + strFraction;
@@ -260,19 +279,20 @@ CDecimal CDecimal::GetNegative() const
 
 void CDecimal::Rationalise()
 {
-    CBigInteger::Digits& vecDigits = m_fractionPart.m_vecDigits;
     std::size_t nZeros = 0;
     if (m_fractionPart.IsZero()) {
         nZeros = static_cast<std::size_t>(std::max(1, m_nFractionalDivider) - 1);
     }
     else {
-        while (vecDigits[nZeros] == 0) {
+        while (m_fractionPart.GetLow()[nZeros] == 0) {
             ++nZeros;
         }
-        vecDigits.erase(vecDigits.begin(), vecDigits.begin() + static_cast<std::ptrdiff_t>(nZeros));
+        if (nZeros != 0) {
+            m_fractionPart.DropLowDigits(nZeros);
+        }
     }
     if (nZeros != 0 && m_fractionPart.IsZero()) {
-        m_fractionPart.m_nSign = 1; // as every quotient of 0
+        m_fractionPart.m_number.nSign = 1; // as every quotient of 0
     }
     // Deliberate: a full fraction, 10 with a divider of 1, goes down to 1 with a divider of 0.
     // Pinned by DecimalRounding.ACarryIntoAFullFractionIsNotPassedOn.
@@ -282,34 +302,31 @@ void CDecimal::Rationalise()
 void CDecimal::ChangeFractionalDivider(int nDivider)
 {
     nDivider = std::max(0, nDivider);
-    CBigInteger::Digits& vecDigits = m_fractionPart.m_vecDigits;
     if (m_nFractionalDivider <= nDivider) {
         if (!m_fractionPart.IsZero()) {
             const long long nMore = static_cast<long long>(nDivider) - m_nFractionalDivider;
-            vecDigits.insert(vecDigits.begin(), static_cast<std::size_t>(nMore), 0);
+            m_fractionPart.AddLowZeros(static_cast<std::size_t>(nMore));
         }
         m_nFractionalDivider = nDivider;
         return;
     }
 
     // The lowest digits go. What they are worth is above a half if the first of them is above 5, or
-    // is 5 with anything but zeros behind it; digits that the divider counts but the vector lacks
+    // is 5 with anything but zeros behind it; digits that the divider counts but the fraction lacks
     // are zeros in front.
     const auto nDropped = static_cast<std::size_t>(m_nFractionalDivider - nDivider);
     bool bCarry = false;
-    if (nDropped <= vecDigits.size()) {
-        const auto itFirst = vecDigits.begin() + static_cast<std::ptrdiff_t>(nDropped - 1);
-        bCarry = *itFirst > 5 ||
-                 (*itFirst == 5 &&
-                  std::any_of(vecDigits.begin(), itFirst, [](char nDigit) { return nDigit != 0; }));
+    if (nDropped <= m_fractionPart.GetDigitCount()) {
+        const char* const pLow = m_fractionPart.GetLow();
+        const char* const pFirst = pLow + (nDropped - 1);
+        bCarry = *pFirst > 5 ||
+                 (*pFirst == 5 && std::any_of(pLow, pFirst, [](char n) { return n != 0; }));
     }
-    const CBigInteger carry(bCarry ? m_fractionPart.m_nSign : 0);
+    const CBigInteger carry(bCarry ? m_fractionPart.m_number.nSign : 0);
     if (m_fractionPart.IsZero()) {
-        m_fractionPart.m_nSign = 1; // as every quotient of 0
+        m_fractionPart.m_number.nSign = 1; // as every quotient of 0
     }
-    const std::size_t nErased = std::min(nDropped, vecDigits.size());
-    vecDigits.erase(vecDigits.begin(), vecDigits.begin() + static_cast<std::ptrdiff_t>(nErased));
-    CBigInteger::Clean(vecDigits);
+    m_fractionPart.DropLowDigits(nDropped);
     m_nFractionalDivider = nDivider;
     if (!bCarry) {
         return;
@@ -341,7 +358,7 @@ CDecimal CDecimal::operator+(const CDecimal& right)
     const CBigInteger unit = CBigInteger::Pow10(static_cast<unsigned int>(nDivider));
     sum.m_fractionPart += other.m_fractionPart;
     sum.m_integerPart += other.m_integerPart;
-    if (CBigInteger::Compare(sum.m_fractionPart.m_vecDigits, unit.m_vecDigits) >= 0) {
+    if (CBigInteger::CompareMagnitudes(sum.m_fractionPart, unit) >= 0) {
         sum.m_integerPart += sum.m_fractionPart / unit;
         sum.m_fractionPart %= unit;
         if (sum.m_fractionPart.IsZero()) {
@@ -489,8 +506,17 @@ void CDecimal::AlignSigns(const CBigInteger& unit)
         m_integerPart += one;
     }
     if (m_integerPart.IsZero()) {
-        m_integerPart.m_nSign = m_fractionPart.m_nSign;
+        m_integerPart.m_number.nSign = m_fractionPart.m_number.nSign;
     }
+}
+
+void CDecimal::SetParts(bool bNegative, std::string_view integer, std::string_view fraction)
+{
+    m_integerPart.SetDigitText(integer.data(), integer.size());
+    m_fractionPart.SetDigitText(fraction.data(), fraction.size());
+    m_integerPart.m_number.nSign = CBigInteger::SignOf(bNegative);
+    m_fractionPart.m_number.nSign = m_integerPart.m_number.nSign;
+    m_nFractionalDivider = std::max(1, static_cast<int>(fraction.size()));
 }
 
 void CDecimal::LimitFraction()

@@ -4,6 +4,7 @@
 #include "QnXmlLib16/values/BigInteger.h"
 
 #include <string>
+#include <string_view>
 
 namespace QnXmlLib16 {
 
@@ -28,10 +29,10 @@ public:
     // integerPart + fractionPart / 10^nDivider, stored as they are: both parts carry the sign of
     // the number, and nDivider is how many digits the fraction has, at least 1.
     CDecimal(const CBigInteger& integerPart, const CBigInteger& fractionPart, int nDivider);
-    CDecimal(const CDecimal& other);
-    CDecimal(CDecimal&& other) noexcept;
+    CDecimal(const CDecimal& other) = default;
+    CDecimal(CDecimal&& other) noexcept = default;
     CDecimal& operator=(const CDecimal& other);
-    CDecimal& operator=(CDecimal&& other) noexcept;
+    CDecimal& operator=(CDecimal&& other) noexcept = default;
     virtual ~CDecimal();
 
     // Replaces the value by the one that a text stands for: digits with at most one point and an
@@ -110,6 +111,10 @@ private:
     // Gives both parts the same sign by moving one unit of the integer part, and a zero integer
     // part that of the fraction. unit is 10^divider.
     void AlignSigns(const CBigInteger& unit);
+    // Parse of a value that was just made; half changed where it throws.
+    void Read(const char* pszText);
+    // Takes the digits of both parts, the highest first.
+    void SetParts(bool bNegative, std::string_view integer, std::string_view fraction);
     void LimitFraction();
     // Appends the digits of the fraction with its leading zeros, but not more than 1023 of these.
     void AppendFraction(std::string& strText) const;

@@ -22,7 +22,8 @@ namespace QnXmlLib16 {
 
 namespace {
 
-// What a type's value is held in. Types of one form may be read as each other.
+// What a type's value is held in. Types of one form may be read as each other. Objects and
+// collections count as numbers, being pointers.
 enum class Form
 {
     Number,
@@ -31,9 +32,7 @@ enum class Form
     DateTime,
     String,
     Decimal,
-    Integer,
-    Object,
-    Collection
+    Integer
 };
 
 constexpr Form FormOf(ItemType type)
@@ -46,10 +45,6 @@ constexpr Form FormOf(ItemType type)
         QNXML_DECIMAL_TYPE(QNXML_ROW)
         QNXML_STRING_TYPE(QNXML_ROW)
 #undef QNXML_ROW
-    case it_xmlObject:
-        return Form::Object;
-    case it_xmlCollection:
-        return Form::Collection;
     default:
         return Form::Number;
     }
@@ -88,35 +83,66 @@ struct QnVariant::Steps
         }
     }
 
-    static void Hold(QnVariant& variant, ItemType type, void* pPayload)
+    // Calls fn with a null pointer to the class that a form is held as; does nothing for numbers.
+    template <class TFunction>
+    static void WithClass(Form form, TFunction fn)
+    {
+        switch (form) {
+#define QNXML_FORM(Name, Class)                                                                    \
+    case Form::Name:                                                                               \
+        return fn(static_cast<Class*>(nullptr));
+            QNXML_FORM(Binary, CBinaryData)
+            QNXML_FORM(Duration, CDateTimeSpan)
+            QNXML_FORM(DateTime, CDateTime)
+            QNXML_FORM(String, std::string)
+            QNXML_FORM(Decimal, CDecimal)
+            QNXML_FORM(Integer, CBigInteger)
+#undef QNXML_FORM
+        default:
+            break;
+        }
+    }
+
+    // The object of class T that lives in the variant.
+    template <class T>
+    static T* InPlace(const QnVariant& variant)
+    {
+        static_assert(sizeof(T) <= sizeof(Value) && alignof(T) <= alignof(Value));
+        return std::launder(
+            reinterpret_cast<T*>(const_cast<unsigned char*>(variant.m_value.acClass)));
+    }
+
+    // The value may be a part of the variant's own: it is complete when the old one goes.
+    template <class T>
+    static void SetClass(QnVariant& variant, ItemType type, T value)
     {
         variant.Clear();
-        variant.m_value.pPayload = pPayload;
-        variant.m_bPayload = pPayload != nullptr;
+        new (variant.m_value.acClass) T(std::move(value));
+        variant.m_bPayload = true;
         variant.m_type = type;
     }
 
-    template <class T>
-    static void SetClass(QnVariant& variant, ItemType type, T&& value)
-    {
-        auto pCopy = std::make_unique<std::decay_t<T>>(std::forward<T>(value));
-        Hold(variant, type, pCopy.release());
-    }
-
-    static void SetClass(QnVariant& variant, ItemType type, std::string&& value)
+    // Takes over one reference, if there is an object.
+    static void SetCounted(QnVariant& variant, ItemType type, void* pObject)
     {
         variant.Clear();
-        new (&variant.m_value.strText) std::string(std::move(value));
-        variant.m_bPayload = true;
+        variant.m_value.pObject = pObject;
+        variant.m_bPayload = pObject != nullptr;
         variant.m_type = type;
     }
 
     template <class T>
     static T* Peek(const QnVariant& variant, Form form) noexcept
     {
-        if (!variant.m_bPayload || FormOf(variant.m_type) != form)
-            return nullptr;
-        return static_cast<T*>(variant.m_value.pPayload);
+        return variant.m_bPayload && FormOf(variant.m_type) == form ? InPlace<T>(variant) : nullptr;
+    }
+
+    template <class T>
+    static T* PeekCounted(const QnVariant& variant, ItemType type) noexcept
+    {
+        return variant.m_bPayload && variant.m_type == type
+                   ? static_cast<T*>(variant.m_value.pObject)
+                   : nullptr;
     }
 
     template <class T>
@@ -125,93 +151,64 @@ struct QnVariant::Steps
         return pValue == nullptr ? T() : *pValue;
     }
 
-    // `to` has no payload; `from` is left invalid.
+    // `to` has no payload; `from` is left invalid. No class here fails to be moved.
     static void Move(QnVariant& from, QnVariant& to) noexcept
     {
+        if (from.m_bPayload && !IsCounted(from.m_type)) {
+            WithClass(FormOf(from.m_type), [&](auto* pClass) {
+                using T = std::remove_pointer_t<decltype(pClass)>;
+                T* const pFrom = InPlace<T>(from);
+                new (to.m_value.acClass) T(std::move(*pFrom));
+                pFrom->~T();
+            });
+        }
+        else {
+            to.m_value.uBits = from.m_value.uBits;
+        }
+        from.m_value.uBits = 0;
         to.m_bNil = std::exchange(from.m_bNil, false);
         to.m_type = std::exchange(from.m_type, it_none);
         to.m_bPayload = std::exchange(from.m_bPayload, false);
-        if (to.m_bPayload && to.m_type == it_string) {
-            new (&to.m_value.strText) std::string(std::move(from.m_value.strText));
-            from.m_value.strText.~basic_string();
-            from.m_value.uBits = 0;
-        }
-        else {
-            to.m_value.uBits = std::exchange(from.m_value.uBits, 0);
-        }
     }
 
-    // `to` has no payload, and stays as it is if this throws.
+    // `to` has no payload, and stays as it is if this throws. Of a nil source only the type counts.
     static void Copy(const QnVariant& from, QnVariant& to)
     {
-        unsigned long long uBits = 0;
-        bool bPayload = false;
-        if (!from.m_bNil) {
-            bPayload = from.m_bPayload;
-            if (!bPayload)
-                uBits = from.m_value.uBits;
-            else if (from.m_type == it_string)
-                new (&to.m_value.strText) std::string(from.m_value.strText);
-            else
-                to.m_value.pPayload = CopyPayload(from.m_type, from.m_value.pPayload);
+        const bool bPayload = from.m_bPayload && !from.m_bNil;
+        if (bPayload && !IsCounted(from.m_type)) {
+            WithClass(FormOf(from.m_type), [&](auto* pClass) {
+                using T = std::remove_pointer_t<decltype(pClass)>;
+                new (to.m_value.acClass) T(*InPlace<T>(from));
+            });
         }
-        if (!bPayload)
-            to.m_value.uBits = uBits;
+        else {
+            to.m_value.uBits = from.m_bNil ? 0 : from.m_value.uBits;
+            if (bPayload && from.m_type == it_xmlObject)
+                from.PeekXmlObject()->AddRef();
+            if (bPayload && from.m_type == it_xmlCollection)
+                from.PeekXmlCollection()->AddRef();
+        }
         to.m_bPayload = bPayload;
         to.m_type = from.m_type;
         to.m_bNil = from.m_bNil;
     }
 
-    static void* CopyPayload(ItemType type, void* pPayload)
+    static bool IsCounted(ItemType type)
     {
-        switch (FormOf(type)) {
-#define QNXML_FORM(Name, Class)                                                                    \
-    case Form::Name:                                                                               \
-        return std::make_unique<Class>(*static_cast<const Class*>(pPayload)).release();
-            QNXML_FORM(Binary, CBinaryData)
-            QNXML_FORM(Duration, CDateTimeSpan)
-            QNXML_FORM(DateTime, CDateTime)
-            QNXML_FORM(Decimal, CDecimal)
-            QNXML_FORM(Integer, CBigInteger)
-#undef QNXML_FORM
-        case Form::Object:
-            static_cast<CXmlObjectBase*>(pPayload)->AddRef();
-            return pPayload;
-        case Form::Collection:
-            static_cast<CXmlCollectionBase*>(pPayload)->AddRef();
-            return pPayload;
-        default:
-            throw CQnException("Unknown Type");
-        }
+        return type == it_xmlObject || type == it_xmlCollection;
     }
 
     static void DestroyPayload(QnVariant& variant)
     {
-        if (variant.m_type == it_string) {
-            variant.m_value.strText.~basic_string();
-            return;
-        }
-        void* const pPayload = variant.m_value.pPayload;
-        switch (FormOf(variant.m_type)) {
-#define QNXML_FORM(Name, Class)                                                                    \
-    case Form::Name:                                                                               \
-        delete static_cast<Class*>(pPayload);                                                      \
-        break;
-            QNXML_FORM(Binary, CBinaryData)
-            QNXML_FORM(Duration, CDateTimeSpan)
-            QNXML_FORM(DateTime, CDateTime)
-            QNXML_FORM(Decimal, CDecimal)
-            QNXML_FORM(Integer, CBigInteger)
-#undef QNXML_FORM
-        case Form::Object:
-            static_cast<CXmlObjectBase*>(pPayload)->Release();
-            break;
-        case Form::Collection:
-            static_cast<CXmlCollectionBase*>(pPayload)->Release();
-            break;
-        default:
-            break;
-        }
+        if (variant.m_type == it_xmlObject)
+            static_cast<CXmlObjectBase*>(variant.m_value.pObject)->Release();
+        else if (variant.m_type == it_xmlCollection)
+            static_cast<CXmlCollectionBase*>(variant.m_value.pObject)->Release();
+        else
+            WithClass(FormOf(variant.m_type), [&](auto* pClass) {
+                using T = std::remove_pointer_t<decltype(pClass)>;
+                InPlace<T>(variant)->~T();
+            });
     }
 };
 
@@ -317,7 +314,7 @@ QNXML_FLOAT_TYPES(QNXML_ACCESS)
 #define QNXML_ACCESS(code, Name, Class, FormName)                                                  \
     void QnVariant::Set##Name(const Class& value)                                                  \
     {                                                                                              \
-        Steps::SetClass(*this, it_##code, value);                                                  \
+        Steps::SetClass<Class>(*this, it_##code, value);                                           \
     }                                                                                              \
     Class QnVariant::Get##Name() const                                                             \
     {                                                                                              \
@@ -341,7 +338,7 @@ void QnVariant::SetXmlObject(CXmlObjectBase* pObject)
 {
     if (pObject != nullptr)
         pObject->AddRef();
-    Steps::Hold(*this, it_xmlObject, pObject);
+    Steps::SetCounted(*this, it_xmlObject, pObject);
 }
 
 CSmartPtr<CXmlObjectBase> QnVariant::GetXmlObject() const
@@ -353,7 +350,7 @@ void QnVariant::SetXmlCollection(CXmlCollectionBase* pCollection)
 {
     if (pCollection != nullptr)
         pCollection->AddRef();
-    Steps::Hold(*this, it_xmlCollection, pCollection);
+    Steps::SetCounted(*this, it_xmlCollection, pCollection);
 }
 
 CSmartPtr<CXmlCollectionBase> QnVariant::GetXmlCollection() const
@@ -369,23 +366,19 @@ CSmartPtr<CXmlCollectionBase> QnVariant::GetXmlCollection() const
 QNXML_PEEK(CBinaryData, Binary)
 QNXML_PEEK(CDateTimeSpan, Duration)
 QNXML_PEEK(CDateTime, DateTime)
+QNXML_PEEK(std::string, String)
 QNXML_PEEK(CDecimal, Decimal)
 QNXML_PEEK(CBigInteger, Integer)
 #undef QNXML_PEEK
 
 CXmlObjectBase* QnVariant::PeekXmlObject() const noexcept
 {
-    return Steps::Peek<CXmlObjectBase>(*this, Form::Object);
+    return Steps::PeekCounted<CXmlObjectBase>(*this, it_xmlObject);
 }
 
 CXmlCollectionBase* QnVariant::PeekXmlCollection() const noexcept
 {
-    return Steps::Peek<CXmlCollectionBase>(*this, Form::Collection);
-}
-
-const std::string* QnVariant::PeekString() const noexcept
-{
-    return m_bPayload && m_type == it_string ? &m_value.strText : nullptr;
+    return Steps::PeekCounted<CXmlCollectionBase>(*this, it_xmlCollection);
 }
 
 std::string QnVariant::ToString(const char* pszFormat) const

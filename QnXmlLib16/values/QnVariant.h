@@ -129,8 +129,8 @@ public:
 
     // The lexical form, by CConversions. pszFormat reaches r4, r8 and decimal; null counts as
     // empty. The nil flag is not looked at: callers test IsNil() first. Objects, collections, no
-    // type, and a nil variant whose type is held on the heap throw CQnException "Invalid Type %d
-    // to convert to string".
+    // type, and a nil variant of any type but a number's throw CQnException "Invalid Type %d to
+    // convert to string".
     std::string ToString(const char* pszFormat) const;
 
     // Parses `value` as `type` and stores it, whatever was held before. What CConversions throws
@@ -141,22 +141,19 @@ public:
 private:
     struct QNXML_PRIVATE Steps;
 
-    // Which member lives follows from m_type and m_bPayload. The text is held in place, since it
-    // is what most values of a document pass through as; the other large types are owned copies.
+    // Values lie in place, whatever their type: a document passes through variants, and an
+    // allocation for each value would cost more than the value itself.
     union Value
     {
-        Value() noexcept : uBits(0) {}
-        ~Value() {}
-
-        unsigned long long uBits;
-        std::string strText;
-        void* pPayload; // an owned copy, or one counted reference
+        unsigned long long uBits;  // a number
+        void* pObject;             // one counted reference
+        unsigned char acClass[64]; // an object of the class that m_type stands for
     };
 
     bool m_bNil = false;
-    bool m_bPayload = false; // strText lives, or the pointer of m_type is not null
+    bool m_bPayload = false; // an object lives in acClass, or pObject is not null
     ItemType m_type = it_none;
-    Value m_value;
+    Value m_value{0};
 };
 
 } // namespace QnXmlLib16
