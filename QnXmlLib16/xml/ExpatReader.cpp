@@ -6,11 +6,11 @@
 #include "QnXmlLib16/support/Functions.h"
 #include "QnXmlLib16/xml/XmlDocument.h"
 #include "QnXmlLib16/xml/XmlElement.h"
+#include "QnXmlLib16/xml/internal/PlainText.h"
 #include "QnXmlLib16/xml/internal/XmlNodeStore.h"
 
 #include <algorithm>
 #include <climits>
-#include <cstdint>
 #include <cstring>
 #include <new>
 #include <utility>
@@ -24,37 +24,6 @@ namespace {
 constexpr char kSeparator = '|'; // between the URI and the local name; no name holds it
 constexpr std::size_t kDefaultPieceSize = std::size_t{32} << 10;
 constexpr std::size_t kLargestPieceSize = INT_MAX;
-
-std::uint64_t Load8(const char* p)
-{
-    std::uint64_t value;
-    std::memcpy(&value, p, sizeof value);
-    return value;
-}
-
-// Eight bytes of ASCII without a carriage return leave the top bits of the result clear.
-std::uint64_t Suspects(std::uint64_t bytes)
-{
-    constexpr std::uint64_t kOnes = 0x0101010101010101;
-    const std::uint64_t returns = bytes ^ (kOnes * '\r');
-    return bytes | ((returns - kOnes) & ~returns);
-}
-
-// True for text that enters the tree byte for byte, whatever the locale: most text of most
-// documents.
-bool IsPlain(const char* pText, std::size_t nLength)
-{
-    constexpr std::uint64_t kTopBits = 0x8080808080808080;
-    if (nLength < 8) {
-        return std::all_of(pText, pText + nLength,
-                           [](char c) { return static_cast<signed char>(c) >= 0 && c != '\r'; });
-    }
-    const char* const pLast = pText + nLength - 8;
-    std::uint64_t suspects = Suspects(Load8(pLast));
-    for (; pText < pLast; pText += 8)
-        suspects |= Suspects(Load8(pText));
-    return (suspects & kTopBits) == 0;
-}
 
 CExpatReader* Reader(void* pUserData)
 {
@@ -181,7 +150,7 @@ void CExpatReader::StartElement(const char* pszName, const char** ppszAttributes
         const CXmlName* pAttributeName = LookUpName(ppszAttributes[0]);
         const char* pValue = ppszAttributes[1];
         std::size_t nLength = std::strlen(pValue);
-        if (!IsPlain(pValue, nLength)) {
+        if (!IsPlainText(pValue, nLength)) {
             const std::string& strValue = ToLocalCodePage(pValue, nLength);
             pValue = strValue.data();
             nLength = strValue.size();
@@ -193,7 +162,7 @@ void CExpatReader::StartElement(const char* pszName, const char** ppszAttributes
 void CExpatReader::Text(const char* pText, std::size_t nLength)
 {
     CXmlElement* pElement = m_pDocument->m_vecElementStack.back();
-    if (IsPlain(pText, nLength)) {
+    if (IsPlainText(pText, nLength)) {
         pElement->m_strText.append(pText, nLength);
         return;
     }
