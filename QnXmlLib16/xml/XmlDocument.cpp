@@ -114,17 +114,12 @@ CXmlElement* CXmlDocument::AddChildElement(const CXmlName* pName)
     return pElement;
 }
 
-void CXmlDocument::PopElement()
-{
-    if (m_vecElementStack.empty())
-        throw CQnInvalidStateException("No element is open.");
-    m_vecElementStack.pop_back();
-}
-
 void CXmlDocument::EndElement()
 {
     CXmlElement* pElement = GetInnermostElement();
-    PopElement();
+    if (!pElement)
+        throw CQnInvalidStateException("No element is open.");
+    m_vecElementStack.pop_back();
     if (m_pfnElementDone && m_pfnElementDone(pElement) && !m_vecElementStack.empty())
         delete m_vecElementStack.back()->RemoveLastChildElement();
 }
@@ -154,16 +149,17 @@ void CXmlDocument::AppendTextExcludingCR(CXmlElement* pElement, const char* pTex
 {
     if (!pElement)
         throw CQnInvalidParamException("The element is null.");
-    const char* pRun = Text(pText);
-    const char* const pEnd = pRun + strnlen(pRun, nLength);
+    // Appended whole first, since the text may lie in the element's own.
+    std::string& strText = pElement->m_strText;
+    const std::size_t nBefore = strText.size();
+    const std::size_t nBytes = strnlen(Text(pText), nLength);
+    strText.append(Text(pText), nBytes);
     // Deliberate: every carriage return is dropped, one that came as a character reference too.
     // Pinned by DocumentLoad.CarriageReturnsAreDropped.
-    while (const void* pFound = std::memchr(pRun, '\r', static_cast<std::size_t>(pEnd - pRun))) {
-        const char* const pReturn = static_cast<const char*>(pFound);
-        pElement->m_strText.append(pRun, pReturn);
-        pRun = pReturn + 1;
+    if (std::memchr(strText.data() + nBefore, '\r', nBytes)) {
+        const auto itNew = strText.begin() + static_cast<std::ptrdiff_t>(nBefore);
+        strText.erase(std::remove(itNew, strText.end(), '\r'), strText.end());
     }
-    pElement->m_strText.append(pRun, pEnd);
 }
 
 } // namespace QnXmlLib16

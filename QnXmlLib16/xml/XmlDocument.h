@@ -101,11 +101,9 @@ public:
     CXmlElement* AddDocElement(const char* pszNamespace, const char* pszName);
     CXmlElement* AddChildElement(const char* pszNamespace, const char* pszName);
 
-    // Closes the innermost element and shows it to the element-done function.
+    // Closes the innermost element and shows it to the element-done function. Fails with
+    // CQnInvalidStateException if no element is open.
     void EndElement();
-
-    // Closes the innermost element without a call of the element-done function.
-    void PopElement();
 
     // The innermost open element, null if none is open.
     CXmlElement* GetInnermostElement() const;

@@ -110,13 +110,12 @@ private:
 
     CXmlElement* CreateNewChildElement(const CXmlName* pName);
     void AddAttribute(const CXmlName* pName, const char* pValue, std::size_t nLength);
-    void ReplaceName(const std::string& strLocalName, const std::string& strNamespace);
     void DeleteChildren() noexcept;
 
     // Invariant: the children of an element are linked by m_pNextSibling from m_pFirstChild on,
     // and back by m_pPrevSibling, except that m_pPrevSibling of the first child is the last child.
     // So one pointer a node serves both as the tail of the list and for taking the tail off.
-    // m_pParent, m_pNextSibling and m_pPrevSibling of an element in no list are as constructed.
+    // Both are null in an element that is in no list.
     CSmartPtr<CXmlNodeStore> m_pStore; // null without document
     const CXmlElement* m_pParent;
     CXmlElement* m_pNextSibling = nullptr;

@@ -242,7 +242,6 @@ TEST(TreeBuilding, RefusesWhatHasNoPlace)
     using State = CQnInvalidStateException;
     Model::ExpectFailure<State>([&] { document.AddChildElement("", "a"); }, pszNoneOpen);
     Model::ExpectFailure<State>([&] { document.EndElement(); }, pszNoneOpen);
-    Model::ExpectFailure<State>([&] { document.PopElement(); }, pszNoneOpen);
     EXPECT_EQ(document.GetInnermostElement(), nullptr);
 
     CXmlElement* pRoot = document.AddDocElement(nullptr, "a");
@@ -256,7 +255,8 @@ TEST(TreeBuilding, RefusesWhatHasNoPlace)
     document.AddElementAttribute(pRoot, "n", nullptr, nullptr);
     EXPECT_EQ(pRoot->GetAttributes()[0]->GetLocalName(), "n");
     EXPECT_EQ(document.GetInnermostElement(), pRoot);
-    document.PopElement();
+    document.EndElement();
+    EXPECT_EQ(document.GetInnermostElement(), nullptr);
     EXPECT_EQ(document.GetDocumentElement(), pRoot);
 }
 
@@ -281,4 +281,10 @@ TEST(TreeBuilding, DropsCarriageReturnsUpToTheEndOrAZeroByte)
     }
     document.AppendTextExcludingCR(pRoot, "x\r\ny");
     EXPECT_EQ(pRoot->GetText(), "x\ny");
+
+    const std::string strHalf(100, 'h');
+    CXmlElement* pElement = pRoot->CreateNewChildElement();
+    pElement->AppendText((strHalf + "\r" + strHalf).c_str());
+    document.AppendTextExcludingCR(pElement, pElement->GetText().c_str()); // own text as argument
+    EXPECT_EQ(pElement->GetText(), strHalf + "\r" + strHalf + strHalf + strHalf);
 }

@@ -58,7 +58,7 @@ std::uint64_t CXmlNameTable::Hash(std::string_view key) const
     std::size_t nLeft = key.size();
     std::uint64_t hash = m_seed ^ nLeft;
     for (; nLeft > 16; p += 16, nLeft -= 16)
-        hash = Mix(Load(p) ^ kOdd1 ^ hash, Load(p + 8) ^ kOdd2);
+        hash = Mix(Load(p) ^ kOdd1 ^ hash, Load(p + 8) ^ kOdd2 ^ m_seed);
     const bool bLong = nLeft >= 8;
     const std::uint64_t first = bLong ? Load(p) : LoadShort(p, nLeft);
     const std::uint64_t last = bLong ? Load(p + nLeft - 8) : 0;
