@@ -11,6 +11,20 @@ namespace QnXmlLib16 {
 
 namespace {
 
+// Nothing in the tree is a part of the text that it was read from, which therefore goes as soon as
+// the tree stands: at the peak of memory, when the objects are complete, it is not there.
+class CInput : public CXmlDocument
+{
+public:
+    using CXmlDocument::CXmlDocument;
+
+    CXmlElement* TakeDocumentElement()
+    {
+        SetBuffer(nullptr, 0);
+        return GetDocumentElement();
+    }
+};
+
 void ReadElement(CXmlObjectBase& object, CXmlElement* pElement,
                  const CSerializationContext& context)
 {
@@ -24,34 +38,34 @@ void ReadElement(CXmlObjectBase& object, CXmlElement* pElement,
 void CXmlObjectBase::FromXmlFile(const char* pszPath, const CSerializationContext& context)
 {
     CLicenceGate::GetGate()->Consult();
-    CXmlDocument document(context);
+    CInput document(context);
     document.Load(pszPath);
-    ReadElement(*this, document.GetDocumentElement(), context);
+    ReadElement(*this, document.TakeDocumentElement(), context);
 }
 
 void CXmlObjectBase::FromXml(const char* pszXml, const CSerializationContext& context)
 {
     CLicenceGate::GetGate()->Consult();
-    CXmlDocument document(context);
+    CInput document(context);
     document.LoadXml(pszXml);
-    ReadElement(*this, document.GetDocumentElement(), context);
+    ReadElement(*this, document.TakeDocumentElement(), context);
 }
 
 void CXmlObjectBase::FromXml(const wchar_t* pszXml, const CSerializationContext& context)
 {
     CLicenceGate::GetGate()->Consult();
-    CXmlDocument document(context);
+    CInput document(context);
     document.LoadXml(pszXml);
-    ReadElement(*this, document.GetDocumentElement(), context);
+    ReadElement(*this, document.TakeDocumentElement(), context);
 }
 
 void CXmlObjectBase::FromXmlStream(unsigned char* pData, unsigned long nLength,
                                    const CSerializationContext& context)
 {
     CLicenceGate::GetGate()->Consult();
-    CXmlDocument document(context);
+    CInput document(context);
     document.LoadXmlStream(pData, nLength);
-    ReadElement(*this, document.GetDocumentElement(), context);
+    ReadElement(*this, document.TakeDocumentElement(), context);
 }
 
 void CXmlObjectBase::FromXmlStream(const CBinaryData& data, const CSerializationContext& context)
