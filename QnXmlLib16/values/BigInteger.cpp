@@ -403,13 +403,20 @@ void CBigInteger::SetDigitText(const char* pText, std::size_t nCount)
     for (; nCount > 1 && *pText == '0'; --nCount) {
         ++pText;
     }
-    char acShort[kInPlace];
-    Digits vecLong(nCount > kInPlace ? nCount : 0);
-    char* const pLow = nCount > kInPlace ? vecLong.data() : acShort;
-    for (std::size_t i = 0; i < nCount; ++i) {
-        pLow[i] = static_cast<char>(pText[nCount - 1 - i] - '0');
+    if (nCount <= kInPlace) {
+        FreeBlock();
+        m_number.acDigits[0] = 0;
+        m_number.nInPlace = static_cast<unsigned char>(nCount == 0 ? 1 : nCount);
+        for (std::size_t i = 0; i < nCount; ++i) {
+            m_number.acDigits[nCount - 1 - i] = static_cast<char>(pText[i] - '0');
+        }
+        return;
     }
-    SetDigits(pLow, nCount);
+    Digits vecDigits(nCount);
+    for (std::size_t i = 0; i < nCount; ++i) {
+        vecDigits[nCount - 1 - i] = static_cast<char>(pText[i] - '0');
+    }
+    SetDigits(vecDigits);
 }
 
 void CBigInteger::AddLowZeros(std::size_t nCount)
