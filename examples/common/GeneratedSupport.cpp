@@ -95,14 +95,11 @@ void CBoundCol::Append(CXmlObjectBase* pItem)
     AppendItem(pItem);
 }
 
-// From here on the holder counts the collection, and the owner goes its own way.
+// From here on the holder counts the collection.
 void CBoundCol::Join()
 {
-    if (!m_pHolder)
-        return;
-    AddRef();
-    m_pHolder = nullptr;
-    m_pOwner.Reset();
+    if (std::exchange(m_pHolder, nullptr))
+        AddRef();
 }
 
 void CBoundCol::ToXml_Int(CXmlWriter* pWriter, bool, const char*,
@@ -130,10 +127,9 @@ CXmlElement* CBoundCol::FromXml_Int(CXmlElement*, CXmlElement* pCurrent,
     return pCurrent;
 }
 
-void CColHolder::Offer(CBoundCol* pCol, CXmlObjectBase* pOwner)
+void CColHolder::Offer(CBoundCol* pCol)
 {
     Reset();
-    pCol->m_pOwner = pOwner;
     pCol->m_pHolder = this;
     m_pCol = pCol;
 }
@@ -141,14 +137,8 @@ void CColHolder::Offer(CBoundCol* pCol, CXmlObjectBase* pOwner)
 void CColHolder::Reset()
 {
     CBoundCol* const pCol = std::exchange(m_pCol, nullptr);
-    if (!pCol)
-        return;
-    if (!pCol->m_pHolder) {
+    if (pCol && !std::exchange(pCol->m_pHolder, nullptr))
         pCol->Release();
-        return;
-    }
-    pCol->m_pHolder = nullptr;
-    pCol->m_pOwner.Reset();
 }
 
 } // namespace GeneratedSupport

@@ -16,7 +16,7 @@
 #include <memory>
 #include <optional>
 #include <string>
-#include <vector>
+#include <type_traits>
 
 namespace GeneratedSupport {
 
@@ -94,15 +94,13 @@ private:
 
     void Join();
 
-    // Both set while the collection is on offer, see CColHolder.
-    QnXmlLib16::CSmartPtr<QnXmlLib16::CXmlObjectBase> m_pOwner;
+    // Set while the collection is on offer and not yet the holder's own.
     CColHolder* m_pHolder = nullptr;
 };
 
 // The member of a class for a collection that most objects have nothing in. It costs one pointer:
-// a collection is made for whoever asks, and lives as long as someone outside holds it or it has
-// had an item. Until that item comes the collection keeps the owner alive, and not the other way
-// round.
+// a collection is made for whoever asks, and becomes the holder's own with its first item. Until
+// then it lives as long as someone outside holds it.
 class CColHolder
 {
 public:
@@ -114,8 +112,8 @@ public:
     // Null if there is none at present.
     CBoundCol* Peek() const noexcept { return m_pCol; }
 
-    // Offers pCol, which nobody counts yet, as the collection of pOwner, which this is a member of.
-    void Offer(CBoundCol* pCol, QnXmlLib16::CXmlObjectBase* pOwner);
+    // Takes pCol, an empty one, in place of the present collection.
+    void Offer(CBoundCol* pCol);
 
     // Lets go of the collection. One that is held elsewhere goes on without an owner.
     void Reset();
@@ -123,7 +121,7 @@ public:
 private:
     friend class CBoundCol;
 
-    // Counted unless its m_pHolder is set: then it is on offer, and clears this when it dies.
+    // Counted, unless its m_pHolder is set: then it is on offer, and clears this when it dies.
     CBoundCol* m_pCol = nullptr;
 };
 
@@ -192,6 +190,18 @@ inline void Take(const QnXmlLib16::QnVariant& variant, QnXmlLib16::CDateTime& va
 {
     const QnXmlLib16::CDateTime* const pValue = variant.PeekDateTime();
     value = pValue ? *pValue : QnXmlLib16::CDateTime();
+}
+
+// Enumerations travel as i4.
+template <class T>
+std::enable_if_t<std::is_enum_v<T>> Put(QnXmlLib16::QnVariant& variant, T value)
+{
+    variant.SetI4(value);
+}
+template <class T>
+std::enable_if_t<std::is_enum_v<T>> Take(const QnXmlLib16::QnVariant& variant, T& value)
+{
+    value = static_cast<T>(variant.GetI4());
 }
 
 // AccessProperty for a member of type T.
