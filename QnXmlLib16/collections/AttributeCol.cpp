@@ -22,6 +22,8 @@ CAttributeCol::CAttributeCol(const char* pszNamespace, const char* pszRestrictio
 
 CAttributeCol::~CAttributeCol() = default;
 
+// Deliberate: the default namespace, where CElementCol answers the target namespace. Pinned by
+// ElementConstruction.NamespacesAreThoseOfTheElement.
 std::string CAttributeCol::GetTargetNamespace() const
 {
     return m_strNamespace;
@@ -71,7 +73,6 @@ CSmartPtr<CAttributeCol> CAttributeCol::Clone() const
     return pClone;
 }
 
-// Deliberate: no bound holds for attributes, so no count is checked.
 void CAttributeCol::ToXml_Int(CXmlWriter* pWriter, bool /*bIsRoot*/, const char* pszTargetNamespace,
                               const CSerializationContext& context, bool /*bOptionalChoice*/) const
 {

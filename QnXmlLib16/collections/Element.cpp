@@ -2,7 +2,6 @@
 
 #include "QnXmlLib16/binding/SerializationContext.h"
 #include "QnXmlLib16/binding/XmlObjectHelper.h"
-#include "QnXmlLib16/collections/internal/ElementTree.h"
 #include "QnXmlLib16/support/Exceptions.h"
 #include "QnXmlLib16/support/Functions.h"
 #include "QnXmlLib16/support/TextStream.h"
@@ -12,18 +11,110 @@
 #include "QnXmlLib16/xml/XmlElement.h"
 #include "QnXmlLib16/xml/XmlTextWriter.h"
 
+#include <cstddef>
 #include <cstring>
 #include <typeinfo>
+#include <unordered_map>
+#include <utility>
 
 namespace QnXmlLib16 {
 
-namespace {
-
-const std::string& EmptyText()
+struct CElement::Name
 {
-    static const std::string strEmpty;
-    return strEmpty;
-}
+    std::string m_strLocalName;
+    std::string m_strNamespace;
+};
+
+struct CElement::Rules
+{
+    std::string m_strRestriction;
+    std::string m_strTargetNamespace;
+    // What the collections were given as their namespace; the element's own may have changed.
+    std::string m_strCollectionNamespace;
+};
+
+struct CElement::AttributeRecord
+{
+    std::shared_ptr<const Name> m_pName; // never null
+    std::string m_strValue;
+};
+
+// Walks over whole trees of elements, each with a stack of its own in place of recursion.
+struct CElement::Tree
+{
+    class Builder;
+
+    static CSmartPtr<CElement> Clone(const CElement& source);
+
+    // Writes the element and all below. An item of a derived class is left to its own ToXml_Int,
+    // which is given pszTargetNamespace.
+    static void Write(const CElement& element, CXmlWriter& writer, const char* pszTargetNamespace,
+                      const CSerializationContext& context);
+
+private:
+    struct CloneFrame;
+    struct DefaultScope;
+    struct WriteFrame;
+
+    static CSmartPtr<CElement> CloneWithoutChildren(const CElement& source);
+    static WriteFrame Open(const CElement& element, CXmlWriter& writer,
+                           const char* pszTargetNamespace, const CSerializationContext& context);
+    static void Close(WriteFrame& frame);
+};
+
+// Turns elements of a document into new trees of CElement. Serves one document that stays as it is
+// meanwhile; equal names are shared as far as the document shares them.
+//
+// New elements have the restriction "##any", so nothing that is put into them needs a test, and no
+// listeners, so no event is heard from within.
+class CElement::Tree::Builder
+{
+public:
+    // For CopyXmlElement: the collections know no namespace, and an attribute "xmlns" sets the
+    // default namespace.
+    Builder() = default;
+
+    // For FromXml_Int: the collections of an element know its namespace and the target namespace.
+    explicit Builder(const std::string& strTargetNamespace)
+        : m_pTargetNamespace(&strTargetNamespace)
+    {}
+
+    CSmartPtr<CElement> Build(const CXmlElement& source);
+
+private:
+    // The texts of a name where the document keeps them.
+    using Key = std::pair<const std::string*, const std::string*>;
+
+    struct KeyHash
+    {
+        std::size_t operator()(const Key& key) const noexcept
+        {
+            return reinterpret_cast<std::size_t>(key.first) / 16 +
+                   reinterpret_cast<std::size_t>(key.second) * 31;
+        }
+    };
+
+    struct Known
+    {
+        std::shared_ptr<const Name> m_pName;
+        std::shared_ptr<const Rules> m_pRules; // of elements of that name
+    };
+
+    struct Frame
+    {
+        CElementCol* m_pChildren;
+        const CXmlElement* m_pNext;
+    };
+
+    CSmartPtr<CElement> BuildWithoutChildren(const CXmlElement& source);
+    const Known& Know(const std::string& strLocalName, const std::string& strNamespace);
+
+    const std::string* m_pTargetNamespace = nullptr; // not owned; null for CopyXmlElement
+    std::unordered_map<Key, Known, KeyHash> m_mapKnown;
+    std::vector<Frame> m_vecStack; // its memory serves one call after the other
+};
+
+namespace {
 
 std::shared_ptr<const std::string> Share(std::string strText)
 {
@@ -93,18 +184,17 @@ void CElement::Init(const char* pszName, const char* pszNamespace, const char* p
     if (!pszTargetNamespace)
         throw CQnInvalidNamespaceException("Target Namespace must have a value", "");
 
-    std::string strName(pszName);
     Rules rules{pszRestriction, pszTargetNamespace, pszNamespace ? pszNamespace : ""};
     CXmlObjectHelper::TestNamespace(rules.m_strCollectionNamespace, rules.m_strRestriction,
                                     rules.m_strTargetNamespace);
-    SharedText pNamespace = Share(rules.m_strCollectionNamespace);
     std::shared_ptr<const Rules> pRules;
-    if (rules.m_strRestriction != "##any" || pNamespace || !rules.m_strTargetNamespace.empty())
-        pRules = std::make_shared<const Rules>(std::move(rules));
-
-    m_strName.swap(strName);
-    m_pNamespace.swap(pNamespace);
+    if (rules.m_strRestriction != "##any" || !rules.m_strTargetNamespace.empty() ||
+        !rules.m_strCollectionNamespace.empty()) {
+        pRules = std::make_shared<const Rules>(rules);
+    }
+    SetFullName(pszName, std::move(rules.m_strCollectionNamespace));
     m_pRules.swap(pRules);
+    m_vecRecords.clear();
     m_pAttributes.Reset();
     m_pElements.Reset();
 }
@@ -136,9 +226,9 @@ void CElement::CopyXmlElement(CXmlElement* pSource)
     if (!pSource)
         throw CQnInvalidParamException("The element to copy may not be NULL");
     Tree::Builder builder;
-    m_strName = pSource->GetLocalName();
-    m_pNamespace = builder.ShareNamespace(pSource->GetNamespaceURI());
+    SetFullName(pSource->GetLocalName(), pSource->GetNamespaceURI());
     m_strText = pSource->GetText();
+    m_vecRecords.clear();
     if (m_pAttributes)
         m_pAttributes->Clear();
     if (m_pElements)
@@ -169,10 +259,13 @@ void CElement::SetNamespaceRestrictions(const char* pszRestriction, const char* 
         catch (const CQnException&) {
             throw new CQnInvalidNamespaceException(
                 FormatString("The namespace %s in the class %s is invalid against restriction %s",
-                             pElement->m_strName.c_str(), pElement->GetNamespaceText().c_str(),
+                             pElement->GetName().c_str(), pElement->GetNamespaceText().c_str(),
                              strRestriction.c_str()),
                 "");
         }
+        for (const AttributeRecord& record : pElement->m_vecRecords)
+            CXmlObjectHelper::TestNamespace(record.m_pName->m_strNamespace, strRestriction,
+                                            strTargetNamespace);
         if (pElement->m_pAttributes) {
             for (CNode* pNode = pElement->m_pAttributes->begin(); pNode; pNode = pNode->GetNext()) {
                 if (pNode->GetItem()) {
@@ -204,10 +297,15 @@ void CElement::FromXml(const char* pszXml)
     FromXml_Int(pRoot, pRoot, CSerializationContext::m_defaultContext, false);
 }
 
+const std::string& CElement::GetName() const noexcept
+{
+    return m_pName->m_strLocalName;
+}
+
 void CElement::SetName(const char* pszName)
 {
     FireOnChangeName(pszName);
-    m_strName = pszName ? pszName : "";
+    SetFullName(pszName ? pszName : "", GetNamespaceText());
 }
 
 void CElement::SetText(const char* pszText)
@@ -219,12 +317,13 @@ void CElement::SetText(const char* pszText)
 void CElement::SetNamespace(const char* pszNamespace)
 {
     FireOnChangeNamespace(pszNamespace);
-    m_pNamespace = Share(pszNamespace ? pszNamespace : "");
+    SetFullName(GetName(), pszNamespace ? pszNamespace : "");
 }
 
 const std::string& CElement::GetDefaultNamespace() const noexcept
 {
-    return m_pDefaultNamespace ? *m_pDefaultNamespace : EmptyText();
+    static const std::string strNone;
+    return m_pDefaultNamespace ? *m_pDefaultNamespace : strNone;
 }
 
 CSmartPtr<CAttributeCol> CElement::GetAttributes() const
@@ -249,6 +348,9 @@ void CElement::ToXml_Int(CXmlWriter* pWriter, bool /*bIsRoot*/, const char* pszT
     Tree::Write(*this, *pWriter, pszTargetNamespace, context);
 }
 
+// Deliberate: pCurrent is read, not pParent, so the inherited entries read the first child of a
+// document; and nothing is cleared. Pinned by ElementReading.InheritedEntriesReadTheFirstChild and
+// AWholeDocumentComesInThroughFromXml.
 CXmlElement* CElement::FromXml_Int(CXmlElement* /*pParent*/, CXmlElement* pCurrent,
                                    const CSerializationContext& context, bool /*bOptionalChoice*/)
 {
@@ -268,8 +370,7 @@ CXmlElement* CElement::FromXml_Int(CXmlElement* /*pParent*/, CXmlElement* pCurre
             pCurrent->GetXPath());
     }
     m_strText = pCurrent->GetText();
-    m_strName = pCurrent->GetLocalName();
-    m_pNamespace = Share(pCurrent->GetNamespaceURI());
+    SetFullName(pCurrent->GetLocalName(), pCurrent->GetNamespaceURI());
     return pCurrent->GetNextSiblingElement();
 }
 
@@ -281,15 +382,26 @@ const CElement::Rules& CElement::GetRules() const noexcept
 
 const std::string& CElement::GetNamespaceText() const noexcept
 {
-    return m_pNamespace ? *m_pNamespace : EmptyText();
+    return m_pName->m_strNamespace;
+}
+
+void CElement::SetFullName(std::string strName, std::string strNamespace)
+{
+    m_pName = std::make_shared<const Name>(Name{std::move(strName), std::move(strNamespace)});
 }
 
 CAttributeCol& CElement::Attributes() const
 {
     if (!m_pAttributes) {
         const Rules& rules = GetRules();
-        m_pAttributes = new CAttributeCol(rules.m_strCollectionNamespace.c_str(), "##any",
-                                          rules.m_strTargetNamespace.c_str());
+        CSmartPtr<CAttributeCol> pAttributes(new CAttributeCol(
+            rules.m_strCollectionNamespace.c_str(), "##any", rules.m_strTargetNamespace.c_str()));
+        for (const AttributeRecord& record : m_vecRecords) {
+            pAttributes->Add(record.m_pName->m_strLocalName.c_str(), record.m_strValue.c_str(),
+                             record.m_pName->m_strNamespace.c_str());
+        }
+        m_pAttributes = pAttributes;
+        std::vector<AttributeRecord>().swap(m_vecRecords);
     }
     return *m_pAttributes;
 }
@@ -302,6 +414,23 @@ CElementCol& CElement::Elements() const
                                       rules.m_strTargetNamespace.c_str(), 0, -1);
     }
     return *m_pElements;
+}
+
+CXmlElement* CElement::ReadSiblings(CElementCol& col, CXmlElement* pCurrent,
+                                    const std::string* pName, const std::string* pNamespace)
+{
+    Tree::Builder builder(col.m_strTargetNamespace);
+    const auto Takes = [&](const CXmlElement& element) {
+        if (pName)
+            return element.GetLocalName() == *pName && element.GetNamespaceURI() == *pNamespace;
+        return CXmlObjectHelper::IsNamespaceValid(element.GetNamespaceURI(), col.m_strRestriction,
+                                                  col.m_strTargetNamespace);
+    };
+    while (pCurrent && Takes(*pCurrent)) {
+        col.Add(builder.Build(*pCurrent).GetPtr());
+        pCurrent = pCurrent->GetNextSiblingElement();
+    }
+    return pCurrent;
 }
 
 // ---- Building from a document
@@ -331,36 +460,33 @@ CSmartPtr<CElement> CElement::Tree::Builder::Build(const CXmlElement& source)
 CSmartPtr<CElement> CElement::Tree::Builder::BuildWithoutChildren(const CXmlElement& source)
 {
     CSmartPtr<CElement> pElement(new CElement);
-    const Known& known = Know(source.GetNamespaceURI());
-    pElement->m_pNamespace = known.m_pText;
+    const Known& known = Know(source.GetLocalName(), source.GetNamespaceURI());
+    pElement->m_pName = known.m_pName;
     pElement->m_pRules = known.m_pRules;
-    pElement->m_strName = source.GetLocalName();
     pElement->m_strText = source.GetText();
+    pElement->m_vecRecords.reserve(source.GetAttributes().size());
     for (const CXmlAttribute* pSource : source.GetAttributes()) {
-        const CSmartPtr<CAttribute> pAttribute(new CAttribute(pSource->GetLocalName().c_str(),
-                                                              pSource->GetValue().c_str(),
-                                                              pSource->GetNamespaceURI().c_str()));
-        pElement->Attributes().Add(pAttribute.GetPtr());
-        if (!m_pTargetNamespace && pSource->GetLocalName() == "xmlns")
+        const std::string& strName = pSource->GetLocalName();
+        pElement->m_vecRecords.push_back(
+            {Know(strName, pSource->GetNamespaceURI()).m_pName, pSource->GetValue()});
+        if (!m_pTargetNamespace && strName == "xmlns")
             pElement->m_pDefaultNamespace = Share(pSource->GetValue());
     }
     return pElement;
 }
 
-const CElement::Tree::Builder::Known& CElement::Tree::Builder::Know(const std::string& strNamespace)
+const CElement::Tree::Builder::Known& CElement::Tree::Builder::Know(const std::string& strLocalName,
+                                                                    const std::string& strNamespace)
 {
-    if (m_pLast && m_pLast->first == strNamespace)
-        return m_pLast->second;
-    const auto [it, bNew] = m_mapKnown.try_emplace(strNamespace);
-    m_pLast = &*it;
-    if (bNew) {
-        it->second.m_pText = Share(strNamespace);
+    Known& known = m_mapKnown[Key(&strLocalName, &strNamespace)];
+    if (!known.m_pName) {
+        known.m_pName = std::make_shared<const Name>(Name{strLocalName, strNamespace});
         if (m_pTargetNamespace && !(strNamespace.empty() && m_pTargetNamespace->empty())) {
-            it->second.m_pRules =
+            known.m_pRules =
                 std::make_shared<const Rules>(Rules{"##any", *m_pTargetNamespace, strNamespace});
         }
     }
-    return it->second;
+    return known;
 }
 
 // ---- Cloning
@@ -402,10 +528,12 @@ CSmartPtr<CElement> CElement::Tree::CloneWithoutChildren(const CElement& source)
     CXmlObjectHelper::TestNamespace(source.GetNamespaceText(), rules.m_strRestriction,
                                     rules.m_strTargetNamespace);
     CSmartPtr<CElement> pClone(new CElement);
-    pClone->m_strName = source.m_strName;
+    pClone->m_pName = source.m_pName;
     pClone->m_strText = source.m_strText;
-    pClone->m_pNamespace = source.m_pNamespace;
     pClone->m_pRules = source.m_pRules;
+    // Deliberate: the default namespace stays behind. Pinned by
+    // ElementWriting.ADefaultNamespaceTakesARoadOfItsOwn.
+    pClone->m_vecRecords = source.m_vecRecords;
     if (source.m_pAttributes)
         pClone->m_pAttributes = source.m_pAttributes->Clone();
     return pClone;
@@ -479,7 +607,12 @@ CElement::Tree::WriteFrame CElement::Tree::Open(const CElement& element, CXmlWri
     WriteFrame frame{&element, element.m_pElements ? element.m_pElements->begin() : nullptr,
                      &writer, &context, nullptr};
     if (!element.m_pDefaultNamespace) {
-        writer.WriteStartElement(element.m_strName, element.GetNamespaceText());
+        writer.WriteStartElement(element.GetName(), element.GetNamespaceText());
+        for (const AttributeRecord& record : element.m_vecRecords) {
+            writer.WriteAttributeString(record.m_pName->m_strLocalName,
+                                        record.m_pName->m_strNamespace, record.m_strValue,
+                                        it_string);
+        }
         if (element.m_pAttributes) {
             CXmlObjectBase::ToXml_Int(element.m_pAttributes.GetPtr(), &writer, false,
                                       pszTargetNamespace, context, false);
@@ -496,7 +629,7 @@ CElement::Tree::WriteFrame CElement::Tree::Open(const CElement& element, CXmlWri
     frame.m_pScope = std::make_unique<DefaultScope>(*pTextWriter, *element.m_pDefaultNamespace);
     frame.m_pWriter = &frame.m_pScope->m_writer;
     frame.m_pContext = &frame.m_pScope->m_context;
-    frame.m_pWriter->WriteStartElement(element.m_strName, element.GetNamespaceText());
+    frame.m_pWriter->WriteStartElement(element.GetName(), element.GetNamespaceText());
     return frame;
 }
 

@@ -5,6 +5,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace QnXmlLib16 {
 
@@ -85,8 +86,9 @@ public:
     // namespace and text are replaced; attributes and children are added to those that are there.
     void FromXml(const char* pszXml);
 
-    // The local name. It is apart from the element name of CXmlObjectBase, which is not used.
-    const std::string& GetName() const noexcept { return m_strName; }
+    // The local name. It is apart from the element name of CXmlObjectBase, which is not used. The
+    // reference holds until name or namespace change.
+    const std::string& GetName() const noexcept;
     void SetName(const char* pszName);
     const std::string& GetText() const noexcept { return m_strText; }
     void SetText(const char* pszText);
@@ -119,25 +121,38 @@ private:
 
     // The steps that go through whole trees; they make and read elements field by field.
     struct QNXML_PRIVATE Tree;
-    // What Init() was given but for the name: most elements of a tree share one.
+    // A local name with its namespace, shared by all elements and attributes that a document or a
+    // clone gives the same.
+    struct QNXML_PRIVATE Name;
+    // What Init() was given but for the name; shared likewise.
     struct QNXML_PRIVATE Rules;
+    // An attribute that nobody has asked for.
+    struct QNXML_PRIVATE AttributeRecord;
     using SharedText = std::shared_ptr<const std::string>;
 
-    // Without rules, name and collections: for Tree.
+    // Without a name: whoever calls it gives it one.
     CElement();
 
     const Rules& GetRules() const noexcept;
     const std::string& GetNamespaceText() const noexcept;
+    void SetFullName(std::string strName, std::string strNamespace);
+
+    // Reads pCurrent and its following siblings into the collection: all that it admits or, with a
+    // name, those of exactly that name and namespace. Returns the first other one, or null.
+    static CXmlElement* ReadSiblings(CElementCol& col, CXmlElement* pCurrent,
+                                     const std::string* pName, const std::string* pNamespace);
+
     CAttributeCol& Attributes() const;
     CElementCol& Elements() const;
 
-    std::string m_strName;
+    std::shared_ptr<const Name> m_pName; // never null once constructed
     std::string m_strText;
-    SharedText m_pNamespace;               // null: empty
     std::shared_ptr<const Rules> m_pRules; // null: those of CElement(pszName)
     // Null until first asked for: most elements are leaves, and an empty collection of the rules
-    // does what a missing one does.
+    // does what a missing one does. Attributes that came from a document wait in m_vecRecords,
+    // which is empty once m_pAttributes is set.
     mutable CSmartPtr<CAttributeCol> m_pAttributes;
+    mutable std::vector<AttributeRecord> m_vecRecords;
     mutable CSmartPtr<CElementCol> m_pElements;
     SharedText m_pDefaultNamespace; // null: empty
 };

@@ -1,9 +1,7 @@
 #include "QnXmlLib16/collections/ElementCol.h"
 
 #include "QnXmlLib16/binding/XmlObjectHelper.h"
-#include "QnXmlLib16/collections/internal/ElementTree.h"
 #include "QnXmlLib16/support/Exceptions.h"
-#include "QnXmlLib16/xml/XmlElement.h"
 
 namespace QnXmlLib16 {
 
@@ -24,6 +22,8 @@ CElementCol::CElementCol(const char* pszNamespace, const char* pszRestriction,
 
 CElementCol::~CElementCol() = default;
 
+// Deliberate: the namespace of new elements is not told, both answer the target namespace. Pinned
+// by ElementConstruction.NamespacesAreThoseOfTheElement.
 std::string CElementCol::GetTargetNamespace() const
 {
     return m_strTargetNamespace;
@@ -98,13 +98,7 @@ CXmlElement* CElementCol::FromXml_Int(CXmlElement* /*pParent*/, CXmlElement* pCu
                                       const CSerializationContext& /*context*/,
                                       bool /*bOptionalChoice*/)
 {
-    CElement::Tree::Builder builder(m_strTargetNamespace);
-    while (pCurrent && CXmlObjectHelper::IsNamespaceValid(pCurrent->GetNamespaceURI(),
-                                                          m_strRestriction, m_strTargetNamespace)) {
-        Add(builder.Build(*pCurrent).GetPtr());
-        pCurrent = pCurrent->GetNextSiblingElement();
-    }
-    return pCurrent;
+    return CElement::ReadSiblings(*this, pCurrent, nullptr, nullptr);
 }
 
 CXmlElement* CElementCol::FromXmlLockElementName_Int(const char* pszName, const char* pszNamespace,
@@ -115,13 +109,7 @@ CXmlElement* CElementCol::FromXmlLockElementName_Int(const char* pszName, const 
 {
     const std::string strName(pszName ? pszName : "");
     const std::string strNamespace(pszNamespace ? pszNamespace : "");
-    CElement::Tree::Builder builder(m_strTargetNamespace);
-    while (pCurrent && pCurrent->GetLocalName() == strName &&
-           pCurrent->GetNamespaceURI() == strNamespace) {
-        Add(builder.Build(*pCurrent).GetPtr());
-        pCurrent = pCurrent->GetNextSiblingElement();
-    }
-    return pCurrent;
+    return CElement::ReadSiblings(*this, pCurrent, &strName, &strNamespace);
 }
 
 } // namespace QnXmlLib16

@@ -57,6 +57,8 @@ void CdatetimeBaseCol::ToXml_Int(CXmlWriter* pWriter, bool /*bIsRoot*/,
                          [this](const CDateTime& value) { return ItemToString(value); });
 }
 
+// Deliberate: kind and facets have been checked before any listener hears of the value; only the
+// index comes after. Pinned by DateCollection.FacetsComeBeforeTheEventAndTheIndexAfterIt.
 void CdatetimeBaseCol::BaseAddAt(int iIndex, const CDateTime& value)
 {
     ValueColSteps::InsertAt(*this, m_vecItems, m_nFirst, iIndex, value, [](const CDateTime&) {});
