@@ -44,7 +44,7 @@ public:
 
     // JSON text as XML text in UTF-8, with the JSON settings of the context and the mapping of
     // CJsonReaderToXmlHandler. CQnException "An Element has not been closed." where the mapping
-    // leaves one open.
+    // leaves one open, and for an XML text of 2 GiB or more.
     static CBinaryData ConvertJsonToXml(const std::string& strText,
                                         const CSerializationContext& context);
 

@@ -3,17 +3,38 @@
 #include "QnXmlLib16/binding/SerializationContext.h"
 #include "QnXmlLib16/json/JsonContext.h"
 #include "QnXmlLib16/json/JsonReaderToXmlHandler.h"
+#include "QnXmlLib16/support/Exceptions.h"
 #include "QnXmlLib16/support/TextStream.h"
 #include "QnXmlLib16/values/BinaryData.h"
 #include "QnXmlLib16/xml/XmlTextWriter.h"
 
+#include <climits>
+
 namespace QnXmlLib16 {
+
+namespace {
+
+// Takes as much text as a JSON text may have. A short JSON text can ask for far more: elements
+// that its shape leaves open indent all that follows, and each item of an array repeats the name.
+class CConversionStream : public CTextStream
+{
+public:
+    CConversionStream() : CTextStream(XmlEncoding_UTF8) {}
+
+    void Flush() override
+    {
+        if (GetLength() > static_cast<unsigned long>(INT_MAX))
+            throw CQnException("The XML text is too long.");
+    }
+};
+
+} // namespace
 
 CBinaryData CJsonTextReader::ConvertJsonToXml(const std::string& strText,
                                               const CSerializationContext& context)
 {
     const CJsonContext& settings = context.GetJsonContext();
-    CTextStream stream(XmlEncoding_UTF8);
+    CConversionStream stream;
     CXmlTextWriter writer(stream);
     CJsonTextReader reader(strText);
     CJsonReaderToXmlHandler handler(writer, settings.GetSupportRoundtrip(),
