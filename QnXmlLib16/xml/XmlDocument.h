@@ -73,7 +73,7 @@ public:
     // load of its own. They fail as that function does, with "JSON String is empty!" and "JSON
     // Stream is empty!", and with the words of Load for files. Files and streams may be
     // compressed, are UTF-8 and may begin with a byte order mark; a string is in the local code
-    // page. The wide form takes the characters as bytes and fails for every text.
+    // page. The wide form takes the characters as bytes and fails for every object and array.
     CBinaryData LoadJsonFile(const char* pszPath);
     CBinaryData LoadJson(const char* pszJson);
     CBinaryData LoadJson(const wchar_t* pszJson);

@@ -33,23 +33,28 @@ CBinaryData Bytes(const std::string& strText)
 
 } // namespace
 
-TEST(JsonLoad, EveryRoadGivesTheSameXmlAndNoTree)
+TEST(JsonLoad, EveryRoadGivesTheSameXmlAndTakesTheTreeAway)
 {
     const std::string strJson = "{\"a\": {\"@k\": \"1\", \"#text\": \"caf\xC3\xA9\"}}";
     const std::string strExpected = kXml + std::string("<a k=\"1\">caf\xC3\xA9</a>\n");
     const Scoped::AsciiOnly bytesPass;
     CXmlDocument document;
 
+    document.LoadXml("<x/>");
     EXPECT_EQ(Text(document.LoadJson(strJson.c_str())), strExpected);
+    EXPECT_EQ(document.GetDocumentElement(), nullptr);
     CBinaryData zipped = Bytes(strJson + std::string(200, ' '));
     CQnZip::CompressData(zipped, CompressionType_GZip);
     for (const CBinaryData& data : {Bytes(strJson), Bytes("\xEF\xBB\xBF" + strJson), zipped}) {
+        document.LoadXml("<x/>");
         EXPECT_EQ(Text(document.LoadJsonStream(data.GetData(), data.GetLength())), strExpected);
+        EXPECT_EQ(document.GetDocumentElement(), nullptr);
         const Scoped::File file;
         std::ofstream(file.Path(), std::ios::binary) << Text(data);
+        document.LoadXml("<x/>");
         EXPECT_EQ(Text(document.LoadJsonFile(file.Path())), strExpected);
+        EXPECT_EQ(document.GetDocumentElement(), nullptr);
     }
-    EXPECT_EQ(document.GetDocumentElement(), nullptr);
 }
 
 TEST(JsonLoad, StreamsAreUtf8AndStringsAreInTheCodePage)
