@@ -179,8 +179,8 @@ short YearBeside(short year, int step)
 
 // Walks whole years, as many as days holds, and returns the days that remain. Forward (step 1) at
 // stands on the first of a month, back (step -1) on the last day of one, which the caller sets
-// afterwards; the month-wise walk would meet the same place with the same remainder. Whole cycles are skipped, so that a span of 2^31
-// days takes no longer than some hundred steps.
+// afterwards; the month-wise walk would meet the same place with the same remainder. Whole cycles
+// are skipped, so that a span of 2^31 days takes no longer than some hundred steps.
 long long SkipYears(CalendarDay& at, long long days, int step)
 {
     days %= kDaysOfAllYears;
@@ -823,16 +823,18 @@ void CDateTime::SetZone(const char* zone, std::size_t length)
         !DateDigits::ReadTwo(zone + 4, minute))
         throw CQnInvalidValueException(
             FormatString("Invalid XSD Time Zone [%s].", std::string(zone, length).c_str()));
+    // Deliberate: an hour of 24 is none at all. The sign goes to the hour, and an hour of 0 has none,
+    // so "-00:30" is half an hour east. Pinned by DateParsing.TakesAZoneOnEitherSide.
     if (hour == 24)
         hour = 0;
-    // Deliberate: the sign goes to the hour, and an hour of 0 has none, so "-00:30" is half an hour
-    // east. Pinned by DateParsing.TakesAZoneOnEitherSide.
     SetTimeZone(static_cast<short>(zone[0] == '-' ? -hour : hour),
                 static_cast<unsigned char>(minute));
 }
 
 std::string CDateTime::ToString(const char* format) const
 {
+    // Deliberate: an unset value prints as words, whatever the format; only midnight is a value with
+    // all fields 0. Pinned by DatePrinting.TheFormatIsTheLexicalFormOrNothing.
     if (m_type == dt_yearZero || (m_type != dt_time && m_nYear == 0 && m_nMonth == 0 &&
                                   m_nDay == 0 && m_nHour == 0 && m_nMinute == 0 && m_nSecond == 0 &&
                                   m_nMilliSecond == 0 && m_nMicroSecond == 0 && m_nNanoSecond == 0))
@@ -1023,8 +1025,8 @@ CDateTime CDateTime::GetNormalized() const
     if (!m_bZoneIsOffset)
         return normalized;
     const bool isWest = m_nZoneHour < 0;
-    CDateTimeSpan offset(static_cast<unsigned long>(isWest ? -m_nZoneHour : m_nZoneHour),
-                         m_nZoneMinute, 0);
+    const CDateTimeSpan offset(static_cast<unsigned long>(isWest ? -m_nZoneHour : m_nZoneHour),
+                               m_nZoneMinute, 0);
     if (isWest)
         normalized += offset;
     else

@@ -155,7 +155,7 @@ public:
     // value holds what was read so far and counts as lost.
     //
     // ParseXSDDate: [-]CCYY-MM-DD, [-]CCYY-MM, [-]CCYY, --MM-DD, --MM, --MM--, ---DD, with an
-    // optional zone: Z, +hh:mm or -hh:mm.
+    // optional zone: Z, +hh:mm or -hh:mm. An hour of 24 in it reads as 0, and -00:mm as +00:mm.
     // ParseXSDTime: hh:mm:ss, up to nine fraction digits, an optional zone. Text behind the time
     // that cannot start a zone is ignored.
     // ParseXSDDateTime: a date, "T" and a time.

@@ -141,6 +141,8 @@ void CDateTimeSpan::ParseXSDDuration(const char* text)
             state = 3;
             break;
         case 'T':
+            // Deliberate: a number in front of it belongs to no field and is dropped. Pinned by
+            // DurationParsing.ReadsEachFieldAndWritesItBack.
             if (state > 3)
                 ThrowBadDuration(text);
             state = 4;

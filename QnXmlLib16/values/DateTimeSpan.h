@@ -76,9 +76,10 @@ public:
     // fraction digit "Invalid XSD Duration [<text>] Fraction part too long". The span then holds
     // what was read up to there and counts as lost.
     // Wider than the lexical form of the schema: a designator may lack its digits ("PY" is an
-    // empty span), "Y" may stand behind any other ("PT1H2Y"), and "PT1." passes. A number above
-    // 64 bits wraps, years keep their low 16 bits. Of the seventh to ninth fraction digits only
-    // the last one read counts, as that many nanoseconds.
+    // empty span), digits in front of "T" are dropped ("P5T1H" is one hour), "Y" may stand behind
+    // any other ("PT1H2Y"), and "PT1." passes. A number above 64 bits wraps, years keep their low
+    // 16 bits. Of the seventh to ninth fraction digits only the last one read counts, as that many
+    // nanoseconds.
     void ParseXSDDuration(const char* text);
 
     // The lexical form, without the fields that are 0. An empty span gives "P", which

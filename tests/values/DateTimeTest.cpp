@@ -9,6 +9,8 @@
 #include <cstdlib>
 #include <ctime>
 #include <gtest/gtest.h>
+#include <string>
+#include <vector>
 
 using namespace QnXmlLib16;
 
