@@ -14,7 +14,7 @@ class CDecimal;
 // A whole number of any length: the value of xs:integer and its derived types (XML Schema Part 2,
 // 3.3.13), and the arithmetic base of CDecimal.
 //
-// The number is kept in decimal, one digit per element, so that text converts by copying and the
+// The number is kept in decimal, one digit per byte, so that text converts by copying and the
 // cost falls on arithmetic: addition and comparison are linear in the digits, multiplication,
 // division and root at most quadratic. Zero may carry either sign; the operators say where that
 // shows.

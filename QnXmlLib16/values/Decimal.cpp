@@ -199,14 +199,11 @@ std::string CDecimal::ToString() const
 
 std::string CDecimal::ToString(int nDigits) const
 {
-    // Deliberate: what is added before the cut is a half, and not a 5 behind the last wanted digit,
-    // so that 1.25 gives "1.7" for one digit and "1.75" for two. The term is built as a text of 1023
-    // characters with the 5 at the end of a field of nDigits + 1 blanks: a field that does not fit
-    // loses the 5, and the value is cut only. Pinned by DecimalText.FixedDigitsAddAHalfAndCut.
+    // Deliberate: what is added before the cut is a half for every nDigits, and not a 5 behind the last
+    // wanted digit, so that 1.25 gives "1.7" for one digit and "1.75" for two.
+    // Pinned by DecimalText.FixedDigitsAddAHalfAndCut.
     const bool bNegative = m_integerPart.m_number.nSign == -1;
-    const std::size_t nWanted = static_cast<std::size_t>(std::max(0, nDigits));
-    const std::size_t nPrefix = bNegative ? 3 : 2; // "-0." or "0."
-    CDecimal sum(CBigInteger(), CBigInteger(nPrefix + nWanted + 1 <= kMaxText ? 5 : 0), 1);
+    CDecimal sum(CBigInteger(), CBigInteger(5), 1);
     if (bNegative) {
         sum.Negate();
     }
@@ -214,6 +211,7 @@ std::string CDecimal::ToString(int nDigits) const
 
     std::string strFraction;
     sum.AppendFraction(strFraction);
+    const auto nWanted = static_cast<std::size_t>(std::max(0, nDigits));
     strFraction.resize(std::min({strFraction.size(), kMaxText, nWanted}));
     std::string strText(sum.m_integerPart.m_number.nSign == -1 ? "-" : "");
     sum.m_integerPart.AppendDigits(strText);

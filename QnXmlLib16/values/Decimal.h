@@ -36,8 +36,9 @@ public:
     virtual ~CDecimal();
 
     // Replaces the value by the one that a text stands for: digits with at most one point and an
-    // exponent ("1.7E+308"); white space and, before the point, signs may stand anywhere, the last
-    // sign wins. An empty text is 0. More than 30 fraction digits are rounded, a half towards zero.
+    // exponent ("1.7E+308"). White space may stand anywhere up to the first digit of the exponent,
+    // signs before the point and before the digits of the exponent; the last sign of each place
+    // wins. An empty text is 0. More than 30 fraction digits are rounded, a half towards zero.
     //
     // Throws CQnInvalidValueException: "The string representing a Decimal, contained an invalid
     // char at position %d [%s]." with the position from 0 and the whole text; and, for an exponent

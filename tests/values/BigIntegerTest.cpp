@@ -153,6 +153,40 @@ TEST(BigIntegerBuilding, LongIsCutTo32Bits)
     EXPECT_EQ(CBigInteger(ULONG_MAX).ToString(), "4294967295");
 }
 
+TEST(BigIntegerBuilding, CopiesAndMovesShareNothingAtEveryLength)
+{
+    // Numbers of up to 14 digits lie in the object, longer ones in a block of their own.
+    const char* const texts[] = {
+        "-0", "7", "99999999999999", "-100000000000000", "123456789012345678901234567890",
+    };
+    for (const char* pszFrom : texts) {
+        for (const char* pszTo : texts) {
+            SCOPED_TRACE(std::string(pszTo) + " = " + pszFrom);
+            const CBigInteger source(pszFrom);
+            CBigInteger copied(pszTo);
+            copied = source;
+            CBigInteger moved(pszTo);
+            moved = CBigInteger(source);
+            EXPECT_TRUE(copied == source && moved == source);
+            EXPECT_EQ(IsNegativeZero(copied), IsNegativeZero(source));
+            CBigInteger taken(std::move(moved));
+            moved = CBigInteger(pszTo);
+            const CBigInteger& same = copied;
+            copied = same;
+            copied += CBigInteger(1);
+            EXPECT_EQ(copied.ToString(), (source + CBigInteger(1)).ToString());
+            EXPECT_EQ(source.ToString(), CBigInteger(pszFrom).ToString());
+            EXPECT_EQ(taken.ToString(), source.ToString());
+            EXPECT_EQ(moved.ToString(), CBigInteger(pszTo).ToString());
+        }
+    }
+    CBigInteger value("99999999999999");
+    value += CBigInteger(1);
+    EXPECT_EQ(value.ToString(), "100000000000000");
+    value -= CBigInteger(1);
+    EXPECT_EQ(value.ToString(), "99999999999999");
+}
+
 TEST(BigIntegerBuilding, DoubleRoundsWithTiesTowardsZero)
 {
     struct Row
