@@ -2,6 +2,8 @@
 
 #include "QnXmlLib16/support/Exceptions.h"
 
+#include <cstddef>
+#include <cstdint>
 #include <cstring>
 
 namespace QnXmlLib16 {
@@ -65,8 +67,28 @@ void CollapseInto(const std::string& text, std::string& out)
     CutAtNul(out);
 }
 
+// Whether no byte is a blank or below it, eight bytes at a time; beyond ASCII it may say no.
+bool IsVisibleAscii(const std::string& text)
+{
+    constexpr std::uint64_t kOnes = 0x0101010101010101;
+    constexpr std::uint64_t kTopBits = 0x8080808080808080;
+    const char* const pText = text.data();
+    std::uint64_t found = 0; // top bits of the bytes that are below 0x21 or above 0x7F
+    std::size_t i = 0;
+    for (; i + 8 <= text.size(); i += 8) {
+        std::uint64_t bytes;
+        std::memcpy(&bytes, pText + i, sizeof bytes);
+        found |= (bytes - kOnes * 0x21) | bytes;
+    }
+    for (; i < text.size(); ++i)
+        found |= static_cast<signed char>(pText[i]) <= ' ' ? kTopBits : 0;
+    return (found & kTopBits) == 0;
+}
+
 bool IsCollapsed(const std::string& text)
 {
+    if (IsVisibleAscii(text))
+        return true;
     bool bAfterWhiteSpace = true;
     for (const char c : text) {
         if (static_cast<unsigned char>(c) > ' ') {
