@@ -816,8 +816,11 @@ int CBigInteger::Signum() const
 
 void CBigInteger::AppendDigits(std::string& strText) const
 {
-    for (const char* p = GetEnd(); p != GetLow();) {
-        strText.push_back(static_cast<char>('0' + *--p));
+    const std::size_t nLength = strText.size();
+    strText.resize(nLength + GetDigitCount());
+    char* pText = strText.data() + nLength;
+    for (const char *const pLow = GetLow(), *p = GetEnd(); p != pLow;) {
+        *pText++ = static_cast<char>('0' + *--p);
     }
 }
 
