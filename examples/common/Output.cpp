@@ -1,9 +1,13 @@
 #include "examples/common/Output.h"
 
+#include <algorithm>
 #include <clocale>
 #include <cstdio>
 #include <cstring>
 #include <exception>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
 
 using namespace QnXmlLib16;
 
@@ -27,6 +31,11 @@ T Choose(const std::string& strName, const char* pszValue,
 }
 
 } // namespace
+
+COutput::COutput()
+{
+    m_context.GetJsonContext().GetAllowComments(false);
+}
 
 bool COutput::TakeOption(const std::string& strName, const char* pszValue, bool& rUsed)
 {
@@ -57,6 +66,41 @@ bool COutput::TakeOption(const std::string& strName, const char* pszValue, bool&
             strName, pszValue, {{"utf-8", XmlEncoding_UTF8}, {"wide", XmlEncoding_UTF16}});
         rUsed = true;
     }
+    else if (strName == "--to") {
+        m_eForm =
+            Choose<Form>(strName, pszValue,
+                         {{"xml", Form::Xml}, {"json", Form::Json}, {"finf", Form::FastInfoset}});
+        rUsed = true;
+    }
+    else if (strName == "--roundtrip") {
+        m_context.GetJsonContext().SetSupportRoundtrip(
+            Choose<JsonRoundTrip>(strName, pszValue,
+                                  {{"0", JsonRoundTrip_None},
+                                   {"1", JsonRoundTrip_NoNamespaces},
+                                   {"2", JsonRoundTrip_Full}}));
+        rUsed = true;
+    }
+    else if (strName == "--root") {
+        if (!pszValue)
+            throw CUsageError("--root wants the name of an element");
+        m_context.GetJsonContext().SetRootElementName(pszValue);
+        rUsed = true;
+    }
+    else if (strName == "--comments") {
+        m_context.GetJsonContext().GetAllowComments(true);
+    }
+    else if (strName == "--fi-suggested") {
+        m_context.GetFIContext().SetSuggestedValues();
+    }
+    else if (strName == "--fi-declaration") {
+        if (!pszValue || std::strlen(pszValue) != 1 || *pszValue < '0' || *pszValue > '9')
+            throw CUsageError("--fi-declaration wants a digit from 0 to 9");
+        m_eDeclaration = static_cast<FInfoDecl>(*pszValue - '0');
+        rUsed = true;
+    }
+    else if (strName == "--gzip" || strName == "--zlib") {
+        m_eCompression = strName == "--gzip" ? CompressionType_GZip : CompressionType_ZLib;
+    }
     else {
         return false;
     }
@@ -65,31 +109,76 @@ bool COutput::TakeOption(const std::string& strName, const char* pszValue, bool&
 
 CBinaryData COutput::ToBytes(const CXmlObjectBase& object) const
 {
-    return object.ToXmlStream(m_bHeader, m_bFormat, m_eEncoding, m_eEOL, m_context,
-                              CompressionType_None);
+    switch (m_eForm) {
+    case Form::Json:
+        return object.ToJsonStream(m_bFormat, m_eEncoding, m_eEOL, m_context, m_eCompression);
+    case Form::FastInfoset:
+        return object.ToFastInfosetStream(m_eDeclaration, m_context, m_eCompression);
+    case Form::Xml:
+        break;
+    }
+    return object.ToXmlStream(m_bHeader, m_bFormat, m_eEncoding, m_eEOL, m_context, m_eCompression);
 }
 
 const char* COutput::Help()
 {
-    return "  --format, --no-format   pretty printing, which puts its own white space between\n"
+    return "  --to xml|json|finf      the form of the output: XML text (the default), JSON, or "
+           "Fast\n"
+           "                          Infoset; the form of the input is told by its first bytes\n"
+           "  --format, --no-format   pretty printing, which puts its own white space between\n"
            "                          elements, on or off (the default: texts stay as they are)\n"
            "  --indent TEXT           blanks or tabs for one level; a tab by default\n"
            "  --eol crlf|lf           line ends; lf by default\n"
            "  --encoding utf-8|wide   utf-8 by default; wide is one 32-bit unit a character, a\n"
            "                          form for programs on this machine that no XML parser reads\n"
-           "  --no-header             leave out the XML declaration\n";
+           "  --no-header             leave out the XML declaration\n"
+           "  --roundtrip 0|1|2       JSON: how much of the XML survives; 2, all of it, by "
+           "default\n"
+           "  --root NAME             JSON input: the root element around a document without one\n"
+           "  --comments              JSON input: allow comments\n"
+           "  --fi-suggested          Fast Infoset: typed values as numbers instead of text\n"
+           "  --fi-declaration N      Fast Infoset: one of nine XML declarations ahead, 0 for "
+           "none\n"
+           "  --gzip, --zlib          compress what is written\n";
 }
 
-void WriteBytes(const std::string& strPath, const CBinaryData& data, XmlEncoding eEncoding)
+void COutput::Write(const std::string& strPath, const CBinaryData& data) const
 {
     if (!strPath.empty()) {
         CBinaryData content(data);
-        CFileBinaryStream(strPath.c_str(), eEncoding, content).ToFile();
+        const bool bMarked = m_eForm == Form::Xml && m_eCompression == CompressionType_None;
+        CFileBinaryStream(strPath.c_str(), bMarked ? m_eEncoding : XmlEncoding_None, content)
+            .ToFile();
         return;
     }
     if (std::fwrite(data.GetData(), 1, data.GetLength(), stdout) != data.GetLength() ||
         std::fflush(stdout) != 0)
         throw CQnException("Failed to write to standard output");
+}
+
+bool HoldsJson(const std::string& strPath)
+{
+    std::ifstream file;
+    if (std::filesystem::is_regular_file(strPath))
+        file.open(strPath, std::ios::binary);
+    std::string strStart(4096, '\0');
+    file.read(&strStart[0], static_cast<std::streamsize>(strStart.size()));
+    strStart.resize(static_cast<size_t>(std::max<std::streamsize>(file.gcount(), 0)));
+    // The first byte of gzip, and of zlib with the usual window.
+    if (!strStart.empty() && (strStart[0] == '\x1F' || strStart[0] == '\x78')) {
+        file.clear();
+        strStart.append(std::istreambuf_iterator<char>(file), {});
+        unsigned long nLength = strStart.size();
+        unsigned char* pData = new unsigned char[nLength];
+        std::memcpy(pData, strStart.data(), nLength);
+        CQnZip::Decompress(&pData, &nLength);
+        const CBinaryData plain(pData, nLength, true);
+        strStart.assign(reinterpret_cast<const char*>(pData), nLength);
+    }
+    const size_t iBegin = strStart.compare(0, 3, "\xEF\xBB\xBF") == 0 ? 3 : 0;
+    const size_t iFirst = strStart.find_first_not_of(" \t\r\n", iBegin);
+    // "<" begins XML text; a byte above 0x7F and "<?xml ... finf" begin Fast Infoset.
+    return iFirst != std::string::npos && strStart[iFirst] != '<' && (strStart[iFirst] & 0x80) == 0;
 }
 
 void UseUtf8CodePage()

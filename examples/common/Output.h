@@ -27,14 +27,28 @@ private:
     std::string m_strText;
 };
 
-// How an object is written.
+// The forms of a document.
+enum class Form
+{
+    Xml,
+    Json,
+    FastInfoset
+};
+
+// How an object is written, and the settings that reading shares with it.
 struct COutput
 {
+    Form m_eForm = Form::Xml;
     bool m_bHeader = true;
     bool m_bFormat = false;
     QnXmlLib16::XmlEncoding m_eEncoding = QnXmlLib16::XmlEncoding_UTF8;
     QnXmlLib16::EOLType m_eEOL = QnXmlLib16::EOLType_LF;
+    QnXmlLib16::FInfoDecl m_eDeclaration{};
+    QnXmlLib16::CompressionType m_eCompression = QnXmlLib16::CompressionType_None;
     QnXmlLib16::CSerializationContext m_context;
+
+    // Comments in JSON input are a fault unless --comments allows them.
+    COutput();
 
     // Takes strName (with its dashes) if it is one of the options below. An option with a value
     // reads it from pszValue, which is null at the end of the command line; rUsed then says so.
@@ -44,13 +58,16 @@ struct COutput
     // The object in the chosen form, as bytes.
     QnXmlLib16::CBinaryData ToBytes(const QnXmlLib16::CXmlObjectBase& object) const;
 
+    // Puts the bytes into the file, or on standard output where the path is empty.
+    void Write(const std::string& strPath, const QnXmlLib16::CBinaryData& data) const;
+
     // The lines of --help that tell these options.
     static const char* Help();
 };
 
-// Puts the bytes into the file, or on standard output where the path is empty.
-void WriteBytes(const std::string& strPath, const QnXmlLib16::CBinaryData& data,
-                QnXmlLib16::XmlEncoding eEncoding);
+// Whether the file, plain or compressed, holds JSON: its first significant character tells. False
+// for a file that can't be read, which loading then reports.
+bool HoldsJson(const std::string& strPath);
 
 // Uses a UTF-8 code page, so that text beyond ASCII survives whatever LANG says.
 void UseUtf8CodePage();

@@ -85,7 +85,8 @@ void TakePrefixes(const CXmlDocument& document, const CSurvey& survey,
     }
 }
 
-// Takes away the white space between elements, for which pretty printing puts its own.
+// Takes away the white space between elements. Pretty printing puts its own there, and JSON and
+// Fast Infoset have no place for text behind a child.
 void DropIndentation(CElement& root)
 {
     std::vector<CElement*> vecOpen{&root};
@@ -99,6 +100,15 @@ void DropIndentation(CElement& root)
         for (CNode* pNode = pElement->GetElements()->begin(); pNode; pNode = pNode->GetNext())
             vecOpen.push_back(static_cast<CElement*>(pNode->GetItem()));
     }
+}
+
+// Fills the tree from a file of any form; JSON goes by way of XML text.
+void Load(const std::string& strPath, CXmlDocument& document)
+{
+    if (!examples::HoldsJson(strPath))
+        return document.Load(strPath.c_str());
+    const CBinaryData xml = document.LoadJsonFile(strPath.c_str());
+    document.LoadXmlStream(xml.GetData(), xml.GetLength());
 }
 
 double MilliSecondsSince(std::chrono::steady_clock::time_point start)
@@ -116,8 +126,9 @@ int Run(int argc, char** argv)
         bool bUsed = false;
         if (strName == "--help") {
             std::printf("usage: qnxmlconvert [options] INPUT [OUTPUT]\n"
-                        "Reads an XML document and writes it again, to OUTPUT or standard output.\n"
-                        "A summary goes to standard error.\n%s"
+                        "Reads a document in XML text, JSON or Fast Infoset, plain or compressed,\n"
+                        "and writes it to OUTPUT or standard output. A summary goes to standard\n"
+                        "error.\n%s"
                         "Exit: 0 good, 1 bad input or a failed write, 2 wrong usage.\n",
                         examples::COutput::Help());
             return examples::kExitGood;
@@ -137,18 +148,18 @@ int Run(int argc, char** argv)
     CSurvey survey;
     {
         CXmlDocument document(output.m_context);
-        document.Load(vecPaths[0].c_str());
+        Load(vecPaths[0], document);
         pRoot->CopyXmlElement(document.GetDocumentElement());
         survey = Survey(document.GetDocumentElement());
         TakePrefixes(document, survey, output.m_context);
     }
-    if (output.m_bFormat)
+    if (output.m_bFormat || output.m_eForm != examples::Form::Xml)
         DropIndentation(*pRoot);
     const double dRead = MilliSecondsSince(startOfRead);
 
     const auto startOfWrite = std::chrono::steady_clock::now();
     const CBinaryData bytes = output.ToBytes(*pRoot);
-    examples::WriteBytes(vecPaths.size() > 1 ? vecPaths[1] : "", bytes, output.m_eEncoding);
+    output.Write(vecPaths.size() > 1 ? vecPaths[1] : "", bytes);
     const double dWrite = MilliSecondsSince(startOfWrite);
 
     std::fprintf(stderr,
