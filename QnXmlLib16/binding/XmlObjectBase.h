@@ -2,6 +2,7 @@
 
 #include "QnXmlLib16/binding/EventSink.h"
 #include "QnXmlLib16/fastinfoset/FInfoDecl.h"
+#include "QnXmlLib16/support/Encoder.h" // ASCIIOnly, the third of the process-wide switches
 #include "QnXmlLib16/support/Export.h"
 #include "QnXmlLib16/support/SettingTypes.h"
 #include "QnXmlLib16/support/SmartPtr.h"
@@ -15,7 +16,6 @@ class CElementInfo;
 
 namespace QnXmlLib16 {
 
-class CBinaryData;
 class CElement;
 class CSerializationContext;
 class CXmlCollectionBase;

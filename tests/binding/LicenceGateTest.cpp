@@ -158,6 +158,30 @@ TEST(LicenceGate, ComesAfterTheRefusalOfZLibFiles)
     EXPECT_EQ(gate.m_nConsulted, 0);
 }
 
+TEST(LicenceGate, IsConsultedOnTheDirectRoadBeforeThereIsAFile)
+{
+    CTestGate gate;
+    gate.m_bRefuse = true;
+    const CSmartPtr<CShip> pShip = Model::MakeShip();
+    const std::string strPath = testing::TempDir() + "gate.direct." + std::to_string(getpid());
+    AsyncToXmlFile(true);
+    ExpectFailure<CQnException>(
+        [&] {
+            pShip->ToXmlFile(strPath.c_str(), true, true, XmlEncoding_UTF8, EOLType_LF, kContext,
+                             CompressionType_None);
+        },
+        "No licence");
+    ExpectFailure<CQnException>(
+        [&] {
+            pShip->ToJsonFile(strPath.c_str(), true, XmlEncoding_UTF8, EOLType_LF, kContext,
+                              CompressionType_None);
+        },
+        "No licence");
+    AsyncToXmlFile(false);
+    EXPECT_EQ(gate.m_nConsulted, 2);
+    EXPECT_NE(access(strPath.c_str(), F_OK), 0);
+}
+
 TEST(LicenceGate, MayAskForACommentAheadOfTheRoot)
 {
     CTestGate gate;
@@ -166,6 +190,17 @@ TEST(LicenceGate, MayAskForACommentAheadOfTheRoot)
     EXPECT_EQ(pLog->ToXml(true, false, EOLType_LF, kContext).find("<!--made by X-->"),
               std::string("<?xml version=\"1.0\"?>\n").size());
     EXPECT_EQ(pLog->ToXml(false, false, EOLType_LF, kContext).find("<!--made by X-->"), 0u);
+    CSerializationContext json;
+    json.GetJsonContext().SetSupportRoundtrip(JsonRoundTrip_NoNamespaces);
+    EXPECT_EQ(pLog->ToJson(false, EOLType_LF, json).find("/* made by X */\n"), 1u); // behind "{"
+
+    // Fast Infoset has no place for it.
+    const auto finf = [&] {
+        return pLog->ToFastInfosetStream(FInfoDecl_None, kContext, CompressionType_None);
+    };
+    const CBinaryData withGate = finf();
+    CLicenceGate::SetGate(nullptr);
+    EXPECT_EQ(withGate, finf());
 }
 
 TEST(LicenceGateDeathTest, HearsOfTheFirstObjectOnlyAndCanNotKeepItFromBeingMade)
