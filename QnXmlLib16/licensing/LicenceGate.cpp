@@ -11,7 +11,7 @@ class CBuiltInGate final : public ILicenceGate
 public:
     void Consult() override {}
     void FirstObject() override {}
-    std::string GetHeaderComment() const override { return {}; }
+    std::string GetHeaderComment() override { return {}; }
 };
 
 // Null: the built-in gate is in force.

@@ -28,7 +28,7 @@ public:
 
     // The comment to put ahead of the root element of XML and JSON text; empty for none. Asked
     // once for each document that is written.
-    virtual std::string GetHeaderComment() const = 0;
+    virtual std::string GetHeaderComment() = 0;
 };
 
 // The gate in force, one for the process.

@@ -6,6 +6,14 @@
 #include <cstdio>
 #include <string>
 
+// The library's own build holds its formats against their arguments. A caller may pass what the
+// walk below defines and the compiler would warn of, such as nullptr for a text.
+#ifdef QNXML_CHECK_FORMATS
+#define QNXML_PRINTF(format, first) __attribute__((format(printf, format, first)))
+#else
+#define QNXML_PRINTF(format, first)
+#endif
+
 // Free functions that the whole library builds on. None keeps state; all are re-entrant.
 
 namespace QnXmlLib16 {
@@ -16,12 +24,10 @@ namespace QnXmlLib16 {
 // fit the size found is cut, never overrun: "%lld" and "%zu" come out cut short, as the second
 // "l" and the "z" are no prefixes here. A null text prints what vsnprintf prints for it.
 // Numbers bear a point whatever LC_NUMERIC says. A null format gives an empty text.
-QNXML_API std::string FormatString(const char* pszFormat, ...)
-    __attribute__((format(printf, 1, 2)));
+QNXML_API std::string FormatString(const char* pszFormat, ...) QNXML_PRINTF(1, 2);
 
 // As FormatString. The caller's list is left untouched by the walk and consumed by the print.
-QNXML_API std::string FormatV(const char* pszFormat, va_list args)
-    __attribute__((format(printf, 1, 0)));
+QNXML_API std::string FormatV(const char* pszFormat, va_list args) QNXML_PRINTF(1, 0);
 
 // Replaces every occurrence in place, and what the replacements make up anew as well: "ab" by
 // "b" turns "aab" into "b". A strReplace that contains strFind makes one pass from the left

@@ -34,7 +34,7 @@ public:
             throw CQnException("No licence");
     }
     void FirstObject() override { throw std::runtime_error("Trial version"); }
-    std::string GetHeaderComment() const override { return m_strComment; }
+    std::string GetHeaderComment() override { return m_strComment; }
 
     int m_nConsulted = 0;
     bool m_bRefuse = false;
