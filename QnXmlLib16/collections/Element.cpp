@@ -57,7 +57,8 @@ private:
     struct WriteFrame;
 
     static CSmartPtr<CElement> CloneWithoutChildren(const CElement& source);
-    static WriteFrame Open(const CElement& element, CXmlWriter& writer,
+    // pScope is the scope that the writer belongs to, null if to none.
+    static WriteFrame Open(const CElement& element, CXmlWriter& writer, DefaultScope* pScope,
                            const char* pszTargetNamespace, const CSerializationContext& context);
     static void Close(WriteFrame& frame);
 };
@@ -541,20 +542,40 @@ CSmartPtr<CElement> CElement::Tree::CloneWithoutChildren(const CElement& source)
 
 // ---- Writing
 
-// What an element with a default namespace writes into instead of the writer it was given.
+// What an element with a default namespace writes into instead of the writer it was given. Inside
+// another one it shares the stream, so text is copied once, however deep such elements nest.
 struct CElement::Tree::DefaultScope
 {
-    DefaultScope(CXmlTextWriter& outer, const std::string& strDefaultNamespace)
-        : m_outer(outer), m_writer(m_stream)
+    // pEnclosing is the scope that `outer` is the writer of, null if it is of none.
+    DefaultScope(CXmlTextWriter& outer, DefaultScope* pEnclosing,
+                 const std::string& strDefaultNamespace)
+        : m_outer(outer),
+          m_pOwnStream(pEnclosing ? nullptr : std::make_unique<CTextStream>()),
+          m_stream(pEnclosing ? pEnclosing->m_stream : *m_pOwnStream),
+          m_writer(m_stream)
     {
+        if (pEnclosing)
+            m_outer.CloseParentElm();
         m_writer.SetEOLType(outer.GetEOLType());
         m_writer.SetFormat(outer.GetFormat());
         m_writer.SetDefaultNamespace(strDefaultNamespace);
         m_context.SetDefaultNamespaceURI(strDefaultNamespace.c_str());
     }
 
+    void Finish()
+    {
+        if (!m_pOwnStream) {
+            m_outer.WriteRawElement(""); // the text is there, its end of line is not
+            return;
+        }
+        m_stream.Flush();
+        m_outer.CloseParentElm();
+        m_outer.WriteRawElement(m_stream.GetText());
+    }
+
     CXmlTextWriter& m_outer;
-    CTextStream m_stream;
+    const std::unique_ptr<CTextStream> m_pOwnStream; // null inside another scope
+    CTextStream& m_stream;
     CXmlTextWriter m_writer;
     CSerializationContext m_context;
 };
@@ -565,13 +586,14 @@ struct CElement::Tree::WriteFrame
     const CNode* m_pNext; // the child to be written next
     CXmlWriter* m_pWriter;
     const CSerializationContext* m_pContext;
-    std::unique_ptr<DefaultScope> m_pScope; // null without a default namespace
+    DefaultScope* m_pScope;                    // that m_pWriter belongs to; null if to none
+    std::unique_ptr<DefaultScope> m_pOwnScope; // null without a default namespace
 };
 
 void CElement::Tree::Write(const CElement& element, CXmlWriter& writer,
                            const char* pszTargetNamespace, const CSerializationContext& context)
 {
-    WriteFrame root = Open(element, writer, pszTargetNamespace, context);
+    WriteFrame root = Open(element, writer, nullptr, pszTargetNamespace, context);
     if (!root.m_pNext) {
         Close(root);
         return;
@@ -591,7 +613,7 @@ void CElement::Tree::Write(const CElement& element, CXmlWriter& writer,
             continue;
         if (typeid(*pItem) == typeid(CElement)) {
             vecStack.push_back(Open(static_cast<const CElement&>(*pItem), *top.m_pWriter,
-                                    pszTargetNamespace, *top.m_pContext));
+                                    top.m_pScope, pszTargetNamespace, *top.m_pContext));
         }
         else {
             CXmlObjectBase::ToXml_Int(pItem->GetBase(), top.m_pWriter, false, pszTargetNamespace,
@@ -601,11 +623,13 @@ void CElement::Tree::Write(const CElement& element, CXmlWriter& writer,
 }
 
 CElement::Tree::WriteFrame CElement::Tree::Open(const CElement& element, CXmlWriter& writer,
+                                                DefaultScope* pScope,
                                                 const char* pszTargetNamespace,
                                                 const CSerializationContext& context)
 {
     WriteFrame frame{&element, element.m_pElements ? element.m_pElements->begin() : nullptr,
-                     &writer, &context, nullptr};
+                     &writer,  &context,
+                     pScope,   nullptr};
     if (!element.m_pDefaultNamespace) {
         writer.WriteStartElement(element.GetName(), element.GetNamespaceText());
         for (const AttributeRecord& record : element.m_vecRecords) {
@@ -626,7 +650,9 @@ CElement::Tree::WriteFrame CElement::Tree::Open(const CElement& element, CXmlWri
     }
     // Deliberate: the attributes of an element with a default namespace are not written, its
     // "xmlns" among them. Pinned by ElementWriting.ADefaultNamespaceTakesARoadOfItsOwn.
-    frame.m_pScope = std::make_unique<DefaultScope>(*pTextWriter, *element.m_pDefaultNamespace);
+    frame.m_pOwnScope =
+        std::make_unique<DefaultScope>(*pTextWriter, pScope, *element.m_pDefaultNamespace);
+    frame.m_pScope = frame.m_pOwnScope.get();
     frame.m_pWriter = &frame.m_pScope->m_writer;
     frame.m_pContext = &frame.m_pScope->m_context;
     frame.m_pWriter->WriteStartElement(element.GetName(), element.GetNamespaceText());
@@ -638,11 +664,8 @@ void CElement::Tree::Close(WriteFrame& frame)
 {
     frame.m_pWriter->WriteString(frame.m_pElement->m_strText, it_string, false);
     frame.m_pWriter->WriteEndElement();
-    if (DefaultScope* const pScope = frame.m_pScope.get()) {
-        pScope->m_stream.Flush();
-        pScope->m_outer.CloseParentElm();
-        pScope->m_outer.WriteRawElement(pScope->m_stream.GetText());
-    }
+    if (frame.m_pOwnScope)
+        frame.m_pOwnScope->Finish();
 }
 
 } // namespace QnXmlLib16

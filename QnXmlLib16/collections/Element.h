@@ -209,7 +209,8 @@ protected:
 public:
     // Adds pCurrent and its following siblings while local name and namespace are exactly those
     // given. Returns the first other one, or null.
-    virtual CXmlElement* FromXmlLockElementName_Int(const char* pszName, const char* pszNamespace,
+    virtual CXmlElement* FromXmlLockElementName_Int(const std::string& strName,
+                                                    const std::string& strNamespace,
                                                     CXmlElement* pParent, CXmlElement* pCurrent,
                                                     const CSerializationContext& context,
                                                     bool bOptionalChoice);

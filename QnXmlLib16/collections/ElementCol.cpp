@@ -101,14 +101,10 @@ CXmlElement* CElementCol::FromXml_Int(CXmlElement* /*pParent*/, CXmlElement* pCu
     return CElement::ReadSiblings(*this, pCurrent, nullptr, nullptr);
 }
 
-CXmlElement* CElementCol::FromXmlLockElementName_Int(const char* pszName, const char* pszNamespace,
-                                                     CXmlElement* /*pParent*/,
-                                                     CXmlElement* pCurrent,
-                                                     const CSerializationContext& /*context*/,
-                                                     bool /*bOptionalChoice*/)
+CXmlElement* CElementCol::FromXmlLockElementName_Int(
+    const std::string& strName, const std::string& strNamespace, CXmlElement* /*pParent*/,
+    CXmlElement* pCurrent, const CSerializationContext& /*context*/, bool /*bOptionalChoice*/)
 {
-    const std::string strName(pszName ? pszName : "");
-    const std::string strNamespace(pszNamespace ? pszNamespace : "");
     return CElement::ReadSiblings(*this, pCurrent, &strName, &strNamespace);
 }
 

@@ -255,6 +255,11 @@ TEST(ElementWriting, ADefaultNamespaceTakesARoadOfItsOwn)
     pInner->GetElements()->Item(0)->SetNamespace("urn:n");
     EXPECT_EQ(pElement->ToXml(false, true, EOLType_CRLF, Defaults()),
               "<r a=\"1\">\r\n<n xmlns=\"urn:n\">\r\n\t<c/>\r\ntext</n>\r\n\r\n</r>\r\n");
+    const ElementPtr pNested = Copied("<r><n xmlns='urn:n'>t<m xmlns='urn:m'><c/></m>u<d/></n></r>",
+                                      SchemaType_NoNamespaces);
+    EXPECT_EQ(pNested->ToXml(false, true, EOLType_LF, Defaults()),
+              "<r>\n<n xmlns=\"urn:n\">\n<m xmlns=\"urn:m\">\n\t<c/>\n</m>\n\n\t<d/>\ntu</n>\n"
+              "\n</r>\n");
     EXPECT_EQ(FailureOf([&] { RecordedBy(*pElement); }),
               "State: An Element with a default namespace can only be written as XML text");
     EXPECT_EQ(pInner->Clone()->GetDefaultNamespace(), "");
@@ -411,7 +416,8 @@ TEST(ElementCollection, LockedReadingTakesOneNameOnly)
     EXPECT_EQ(pNext->GetNamespaceURI(), "urn:o");
     EXPECT_EQ(RecordedBy(*pCol), "<a {urn:r}\n@x {} 1 23\n<b {urn:r}\n 23\n>\n 23\n>\n"
                                  "<a {urn:r}\n 23\n>\n");
-    EXPECT_EQ(pCol->FromXmlLockElementName_Int("b", "urn:o", pRoot, pNext, Defaults(), false),
+    EXPECT_EQ(pCol->FromXmlLockElementName_Int("b", pNext->GetNamespaceURI(), pRoot, pNext,
+                                               Defaults(), false),
               pNext);
     EXPECT_EQ(pCol->FromXmlLockElementName_Int("a", "urn:r", pRoot, nullptr, Defaults(), false),
               nullptr);
@@ -534,10 +540,11 @@ TEST(ElementDepth, CostsNoStack)
 TEST(ElementDepth, DefaultNamespacesNestToo)
 {
     RunOnSmallStack([] {
+        const int nDepth = 50000; // copied at each level, the text takes ten seconds
         std::string strXml;
-        for (int n = 0; n < 1000; ++n)
+        for (int n = 0; n < nDepth; ++n)
             strXml += "<a xmlns=\"urn:a\">";
-        for (int n = 0; n < 1000; ++n)
+        for (int n = 0; n < nDepth; ++n)
             strXml += "</a>";
         const std::string strWritten = XmlOf(*Copied(strXml.c_str(), SchemaType_NoNamespaces));
         EXPECT_EQ(strWritten.size(), strXml.size() - 3);

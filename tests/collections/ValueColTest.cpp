@@ -345,6 +345,41 @@ TEST(ValueCollection, ARefusedValueIsAnnouncedFirst)
     EXPECT_EQ(pCol->GetCount(), 0);
 }
 
+TEST(ValueCollection, AListenerMayChangeTheValuesDuringAnAdd)
+{
+    class CClearer : public CRecordingSink
+    {
+    public:
+        explicit CClearer(Ci4Col& col) : m_col(col) {}
+        void OnEvent(CXmlObjectBase* pSender, MsgType message, void* pData) override
+        {
+            CRecordingSink::OnEvent(pSender, message, pData);
+            if (message == MsgType_Add)
+                m_col.Clear();
+        }
+        Ci4Col& m_col;
+    };
+    const auto pCol = Make<Ci4Col>();
+    for (long n = 0; n < 4; ++n)
+        pCol->Add(n);
+    pCol->Remove(0); // leaves a slot behind, which Clear takes away
+    CClearer sink(*pCol);
+    pCol->AddEventListener(&sink);
+    EXPECT_EQ(FailureOf([&] { pCol->AddAt(1, 6); }), "Param: Index out of range");
+    pCol->AddAt(0, 7);
+    ASSERT_EQ(pCol->GetCount(), 1);
+    EXPECT_EQ(pCol->Item(0), 7);
+
+    pCol->RemoveEventListener(&sink);
+    for (long n = 0; n < 3; ++n)
+        pCol->Add(n);
+    pCol->Remove(0);
+    pCol->AddEventListener(&sink);
+    pCol->AddAt(0, 8);
+    ASSERT_EQ(pCol->GetCount(), 1);
+    EXPECT_EQ(pCol->Item(0), 8);
+}
+
 TEST(ValueCollection, AnAddCarriesOnePointerToTheValue)
 {
     class CReader : public CRecordingSink

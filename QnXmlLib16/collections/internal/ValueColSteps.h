@@ -48,8 +48,9 @@ typename TVec::value_type ItemAt(const TVec& vecItems, std::size_t nFirst, int i
 
 // Deliberate: the listeners hear of a value before its index and its facets are looked at; a
 // refused one never completes. Pinned by ValueCollection.ARefusedValueIsAnnouncedFirst.
+// A listener may change the collection, so nFirst is the collection's own and read after that.
 template <class TVec, class TValue, class TCheck>
-void InsertAt(CXmlTypeCollection& col, TVec& vecItems, std::size_t nFirst, int iIndex,
+void InsertAt(CXmlTypeCollection& col, TVec& vecItems, const std::size_t& nFirst, int iIndex,
               TValue& value, TCheck check)
 {
     void* const pValue = const_cast<void*>(static_cast<const void*>(std::addressof(value)));
