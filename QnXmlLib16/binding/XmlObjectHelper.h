@@ -1,6 +1,7 @@
 #pragma once
 
 #include "QnXmlLib16/support/Export.h"
+#include "QnXmlLib16/validation/PrimitiveRestrictions.h"
 #include "QnXmlLib16/values/ItemType.h"
 
 #include <string>
@@ -12,7 +13,6 @@ class CBinaryData;
 class CDateTime;
 class CDateTimeSpan;
 class CDecimal;
-class CPrimitiveRestrictions;
 class CSerializationContext;
 class CXmlElement;
 class QnVariant;
