@@ -195,6 +195,7 @@ bool TestRegEx(std::string pattern, std::string value)
 
     const int iLength = static_cast<int>(uLength);
     const int iResult = Match{pPattern.get(), pszText, iLength, vecOffsets}.Execute();
+    // The engine's $ also matches ahead of a final line feed, which would be left over then.
     return iResult > 0 && vecOffsets[0] == 0 && vecOffsets[1] == iLength;
 }
 

@@ -63,7 +63,8 @@ bool IsRule(Rule rule)
            rule <= CWhitespaceUtils::WhitespaceRule_Collapse;
 }
 
-// A text of white space handled by no copy where the rule changes nothing.
+// What a white space rule makes of a text, without a copy where it changes nothing: the text has to
+// outlive this.
 class CProcessed
 {
 public:
