@@ -9,9 +9,9 @@
 // The library's own build holds its formats against their arguments. A caller may pass what the
 // walk below defines and the compiler would warn of, such as nullptr for a text.
 #ifdef QNXML_CHECK_FORMATS
-#define QNXML_PRINTF(format, first) __attribute__((format(printf, format, first)))
+#define QNXML_PRINTF(iFormat, iFirst) __attribute__((format(printf, iFormat, iFirst)))
 #else
-#define QNXML_PRINTF(format, first)
+#define QNXML_PRINTF(iFormat, iFirst)
 #endif
 
 // Free functions that the whole library builds on. None keeps state; all are re-entrant.
