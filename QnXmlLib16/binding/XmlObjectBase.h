@@ -55,6 +55,8 @@ public:
 
     // Writes this object as the root of a document into the file pszPath, which is replaced.
     // With the default setting the document is complete in memory before the file is opened.
+    // A byte order mark of the encodings 2 and 3 stands ahead of the bytes, of compressed ones too,
+    // which no reader takes back then: compress with encoding 1.
     // Throws CQnException "ZLIB Compression only available for To Stream methods." for
     // CompressionType_ZLib, before anything else; fails as ToXmlStream does, and as
     // CFileBinaryStream and CFileTextStream do.
@@ -62,12 +64,13 @@ public:
                            XmlEncoding encoding, EOLType eol, const CSerializationContext& context,
                            CompressionType compression) const;
 
-    // As ToXmlFile, in the form of ToFastInfosetStream.
+    // As ToXmlFile, in the form of ToFastInfosetStream: always by way of memory, and without a
+    // mark.
     virtual void ToFastInfosetFile(const char* pszPath, FInfoDecl declaration,
                                    const CSerializationContext& context,
                                    CompressionType compression) const;
 
-    // As ToXmlFile, in the form of ToJsonStream.
+    // As ToXmlFile, in the form of ToJsonStream; by way of memory there is no mark.
     virtual void ToJsonFile(const char* pszPath, bool bFormat, XmlEncoding encoding, EOLType eol,
                             const CSerializationContext& context,
                             CompressionType compression) const;

@@ -123,7 +123,7 @@ void CXmlObjectBase::ToJsonFile(const char* pszPath, bool bFormat, XmlEncoding e
     }
     CBinaryData data = ToJsonStream(bFormat, encoding, eol, context, compression);
     // Deliberate: no byte order mark in a JSON file, whatever its encoding. Pinned by
-    // WritingFiles.OnlyXmlTextGetsTheMarkOfItsEncoding.
+    // WritingText.EncodesItAndMarksOnlyXmlFiles.
     CFileBinaryStream(pszPath, XmlEncoding_UTF8, data).ToFile();
 }
 

@@ -4,11 +4,14 @@
 
 #include "QnXmlLib16/binding/SerializationContext.h"
 #include "QnXmlLib16/collections/Element.h"
+#include "QnXmlLib16/fastinfoset/FastInfosetWriter.h"
 #include "QnXmlLib16/json/JsonContext.h"
+#include "QnXmlLib16/json/JsonTextWriter.h"
 #include "QnXmlLib16/support/QnZip.h"
 #include "QnXmlLib16/values/BinaryData.h"
 #include "QnXmlLib16/xml/XmlDocument.h"
 #include "QnXmlLib16/xml/XmlElement.h"
+#include "QnXmlLib16/xml/XmlTextWriter.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -21,6 +24,7 @@
 #include <unistd.h>
 
 using namespace QnXmlLib16;
+using Model::CProbe;
 using Model::CShip;
 using Model::ExpectFailure;
 
@@ -35,9 +39,10 @@ public:
     explicit CTempPath(const char* pszName)
         : m_strPath(testing::TempDir() + "qnxml." + std::to_string(getpid()) + "." + pszName)
     {}
-    ~CTempPath() { std::remove(m_strPath.c_str()); }
+    ~CTempPath() { Remove(); }
 
     const char* Get() const { return m_strPath.c_str(); }
+    void Remove() const { std::remove(m_strPath.c_str()); }
     bool Exists() const { return access(Get(), F_OK) == 0; }
     std::string Content() const
     {
@@ -56,6 +61,89 @@ private:
 std::string Write(const CShip& ship)
 {
     return ship.ToXml(true, true, EOLType_CRLF, kContext);
+}
+
+// Direct roads for XML and JSON files while it stands.
+struct DirectRoad
+{
+    DirectRoad() { AsyncToXmlFile(true); }
+    ~DirectRoad() { AsyncToXmlFile(false); }
+};
+
+struct Settings
+{
+    bool header = true;
+    bool format = true;
+    XmlEncoding encoding = XmlEncoding_UTF8;
+    EOLType eol = EOLType_LF;
+    CompressionType compression = CompressionType_None;
+};
+
+// A format with its roads to a stream and to a file.
+struct Format
+{
+    const char* name;
+    CBinaryData (*stream)(const CXmlObjectBase& object, const Settings& s,
+                          const CSerializationContext& context);
+    void (*file)(const CXmlObjectBase& object, const char* pszPath, const Settings& s,
+                 const CSerializationContext& context);
+};
+
+const Format kXml = {
+    "XML",
+    [](const CXmlObjectBase& object, const Settings& s, const CSerializationContext& context) {
+        return object.ToXmlStream(s.header, s.format, s.encoding, s.eol, context, s.compression);
+    },
+    [](const CXmlObjectBase& object, const char* pszPath, const Settings& s,
+       const CSerializationContext& context) {
+        object.ToXmlFile(pszPath, s.header, s.format, s.encoding, s.eol, context, s.compression);
+    }};
+const Format kJson = {
+    "JSON",
+    [](const CXmlObjectBase& object, const Settings& s, const CSerializationContext& context) {
+        return object.ToJsonStream(s.format, s.encoding, s.eol, context, s.compression);
+    },
+    [](const CXmlObjectBase& object, const char* pszPath, const Settings& s,
+       const CSerializationContext& context) {
+        object.ToJsonFile(pszPath, s.format, s.encoding, s.eol, context, s.compression);
+    }};
+const Format kFinf = {
+    "Fast Infoset",
+    [](const CXmlObjectBase& object, const Settings& s, const CSerializationContext& context) {
+        return object.ToFastInfosetStream(FInfoDecl_Finf, context, s.compression);
+    },
+    [](const CXmlObjectBase& object, const char* pszPath, const Settings& s,
+       const CSerializationContext& context) {
+        object.ToFastInfosetFile(pszPath, FInfoDecl_Finf, context, s.compression);
+    }};
+
+std::string ToText(const CBinaryData& data)
+{
+    return {reinterpret_cast<const char*>(data.GetData()), data.GetLength()};
+}
+
+std::string Decompressed(const std::string& strBytes)
+{
+    unsigned long nLength = strBytes.size();
+    auto* pBytes = new unsigned char[nLength];
+    std::copy(strBytes.begin(), strBytes.end(), pBytes);
+    CQnZip::Decompress(&pBytes, &nLength);
+    return ToText(CBinaryData(pBytes, nLength, true));
+}
+
+// Native wide characters of ASCII text.
+std::string Widened(const std::string& strText)
+{
+    const std::wstring strWide(strText.begin(), strText.end());
+    return {reinterpret_cast<const char*>(strWide.data()), strWide.size() * sizeof(wchar_t)};
+}
+
+// Types have no place in JSON without their namespace.
+CSerializationContext ContextForAllFormats()
+{
+    CSerializationContext context;
+    context.SetWriteTypeAttribute(false);
+    return context;
 }
 
 } // namespace
@@ -142,21 +230,243 @@ TEST(BoundObject, ComesBackOverEveryRoad)
     }
 }
 
-TEST(WritingXml, CompressesTheBytesOfAStream)
+// Each format takes its settings from its arguments and the context, on the direct road too.
+TEST(WriterSetUp, IsTheSameOnEveryRoadOfAFormat)
+{
+    const CTempPath path("setup");
+    CProbe probe(XmlElementGroupType_Sequence);
+    CXmlWriter* pSeen = nullptr;
+    std::function<void()> check;
+    probe.AddElement(std::make_unique<Model::CScriptInfo>("a")).m_write = [&](CXmlWriter& writer) {
+        pSeen = &writer;
+        check();
+        return true;
+    };
+    for (const bool b : {false, true}) {
+        const Settings settings = {b, b, XmlEncoding_UTF8, b ? EOLType_LF : EOLType_CRLF,
+                                   CompressionType_None};
+        CSerializationContext context;
+        context.SetIndentChars(b ? " " : "");
+        context.SetWriteDefaultElementValues(b);
+        context.GetJsonContext().SetSupportRoundtrip(b ? JsonRoundTrip_None : JsonRoundTrip_Full);
+        const auto expectText = [&](const auto* pWriter) {
+            ASSERT_NE(pWriter, nullptr);
+            EXPECT_EQ(pWriter->GetFormat(), settings.format);
+            EXPECT_EQ(pWriter->GetEOLType(), settings.eol);
+            EXPECT_EQ(pWriter->GetIndentChars(), context.GetIndentChars());
+        };
+        const auto expectXml = [&] {
+            const auto* const pWriter = dynamic_cast<CXmlTextWriter*>(pSeen);
+            expectText(pWriter);
+            EXPECT_EQ(pWriter->GetWriteDefaultElementValues(), b);
+        };
+        const auto expectJson = [&] {
+            const auto* const pWriter = dynamic_cast<CJsonTextWriter*>(pSeen);
+            expectText(pWriter);
+            EXPECT_EQ(pWriter->GetSupportRoundtrip(),
+                      context.GetJsonContext().GetSupportRoundtrip());
+        };
+        const auto expectFinf = [&] {
+            EXPECT_NE(dynamic_cast<CFastInfosetWriter*>(pSeen), nullptr);
+        };
+        int nChecked = 0;
+        const auto expectOn = [&](const std::function<void()>& expectation) {
+            check = [&nChecked, expectation] {
+                ++nChecked;
+                expectation();
+            };
+        };
+
+        expectOn(expectXml);
+        const std::string strXml = probe.ToXml(b, b, settings.eol, context);
+        EXPECT_EQ(strXml.find("<?xml") == 0, b);
+        expectOn(expectJson);
+        const std::string strJson = probe.ToJson(b, settings.eol, context);
+        EXPECT_EQ(strJson, b ? "{\n \"probe\": \n}" : "{\"probe\": }");
+        const std::pair<const Format*, std::function<void()>> formats[] = {
+            {&kXml, expectXml}, {&kJson, expectJson}, {&kFinf, expectFinf}};
+        for (const auto& [pFormat, expectation] : formats) {
+            SCOPED_TRACE(pFormat->name);
+            expectOn(expectation);
+            const std::string strBytes = ToText(pFormat->stream(probe, settings, context));
+            pFormat->file(probe, path.Get(), settings, context);
+            EXPECT_EQ(path.Content(), strBytes);
+            const std::string strDeclaration = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>";
+            EXPECT_EQ(strBytes.substr(0, strDeclaration.size()) == strDeclaration,
+                      b && pFormat == &kXml);
+            EXPECT_EQ(strBytes == strJson, pFormat == &kJson);
+
+            const DirectRoad direct;
+            const auto file = [&, p = pFormat] { p->file(probe, path.Get(), settings, context); };
+            if (pFormat == &kFinf) // has none
+                file();
+            else
+                ExpectFailure<CQnException>(file, "Failed to write data to the file");
+        }
+        EXPECT_EQ(nChecked, 11);
+    }
+}
+
+TEST(WritingText, EncodesItAndMarksOnlyXmlFiles)
+{
+    struct Row
+    {
+        int encoding;
+        const char* declared;
+        bool wide;
+        bool refused;
+    };
+    const Row rows[] = {{0, "", false, true},
+                        {1, " encoding=\"UTF-8\"", false, false},
+                        {2, " encoding=\"UTF-16\"", true, false},
+                        {3, "", true, false},
+                        {4, "", false, true}};
+    const CSmartPtr<Model::CLog> pLog(new Model::CLog);
+    const CSerializationContext context = ContextForAllFormats();
+    const CTempPath path("text");
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.encoding);
+        Settings settings;
+        settings.encoding = static_cast<XmlEncoding>(row.encoding);
+        const std::string strMark = row.wide ? "\xff\xfe" : "";
+        const std::string strXml = "<?xml version=\"1.0\"" + std::string(row.declared) + "?>\n" +
+                                   pLog->ToXml(false, true, EOLType_LF, context);
+        const std::string strJson = pLog->ToJson(true, EOLType_LF, context);
+        for (const Format* const pFormat : {&kXml, &kJson}) {
+            SCOPED_TRACE(pFormat->name);
+            const auto stream = [&] { return ToText(pFormat->stream(*pLog, settings, context)); };
+            const auto file = [&] { pFormat->file(*pLog, path.Get(), settings, context); };
+            settings.compression = CompressionType_None;
+            if (row.refused) {
+                const char* const pszRefusal =
+                    "Unknown Encoding, select UTF-8 (contact our support team)";
+                ExpectFailure<CQnException>(stream, pszRefusal);
+                ExpectFailure<CQnException>(file, pszRefusal);
+                EXPECT_FALSE(path.Exists());
+            }
+            else {
+                const std::string& strText = pFormat == &kXml ? strXml : strJson;
+                const std::string strBytes = row.wide ? Widened(strText) : strText;
+                EXPECT_EQ(stream(), strBytes);
+                const std::string strMemoryMark = pFormat == &kXml ? strMark : "";
+                file();
+                EXPECT_EQ(path.Content(), strMemoryMark + strBytes);
+                if (row.wide) {
+                    // The mark stands ahead of the compressed bytes, which hides them.
+                    settings.compression = CompressionType_GZip;
+                    file();
+                    const std::string strFile = path.Content();
+                    EXPECT_EQ(strFile.substr(0, strMemoryMark.size()), strMemoryMark);
+                    EXPECT_EQ(Decompressed(strFile.substr(strMemoryMark.size())), strBytes);
+                    EXPECT_THROW(pLog->FromXmlFile(path.Get(), context), CQnException);
+                    settings.compression = CompressionType_None;
+                }
+            }
+
+            // The direct road asks nothing of the encoding but the mark, in JSON too.
+            {
+                const DirectRoad direct;
+                ExpectFailure<CQnException>(file, "Failed to write data to the file");
+                EXPECT_TRUE(path.Exists());
+                EXPECT_EQ(path.Content(), strMark);
+            }
+            path.Remove();
+        }
+    }
+}
+
+TEST(WritingAnyFormat, CompressesStreamsAndFiles)
 {
     const CSmartPtr<CShip> pShip = Model::MakeShip();
-    const auto bytes = [&](CompressionType compression) {
-        return pShip->ToXmlStream(true, true, XmlEncoding_UTF8, EOLType_LF, kContext, compression);
+    pShip->m_flag.SetString(std::string(200, 'a')); // shrinks in every format
+    const CSerializationContext context = ContextForAllFormats();
+    const CTempPath path("zip");
+    for (const Format* const pFormat : {&kXml, &kJson, &kFinf}) {
+        SCOPED_TRACE(pFormat->name);
+        const auto with = [](int iCompression) {
+            Settings settings;
+            settings.compression = static_cast<CompressionType>(iCompression);
+            return settings;
+        };
+        const auto stream = [&](int iCompression) {
+            return ToText(pFormat->stream(*pShip, with(iCompression), context));
+        };
+        const auto file = [&](int iCompression) {
+            pFormat->file(*pShip, path.Get(), with(iCompression), context);
+            return path.Content();
+        };
+        const std::string strPlain = stream(0);
+        const std::string strGZip = stream(1);
+        const std::string strZLib = stream(2);
+        EXPECT_EQ(strGZip.substr(0, 2), "\x1f\x8b");
+        EXPECT_EQ(strZLib.substr(0, 1), "\x78");
+        for (const std::string& strBytes : {strGZip, strZLib}) {
+            EXPECT_LT(strBytes.size(), strPlain.size());
+            EXPECT_EQ(Decompressed(strBytes), strPlain);
+        }
+        EXPECT_EQ(stream(3), strPlain); // no compression by that number
+        EXPECT_EQ(file(0), strPlain);
+        EXPECT_EQ(file(1), strGZip);
+        EXPECT_EQ(file(3), strPlain);
+        // Whatever asks for compression goes through memory.
+        const DirectRoad direct;
+        EXPECT_EQ(file(1), strGZip);
+        EXPECT_EQ(file(3), strPlain);
+    }
+}
+
+TEST(WritingAnyFormat, FailsWhereCompressionDoesNotShrink)
+{
+    const CProbe probe(XmlElementGroupType_Sequence);
+    const CTempPath path("short");
+    path.Fill("old");
+    for (const Format* const pFormat : {&kXml, &kJson, &kFinf}) {
+        SCOPED_TRACE(pFormat->name);
+        Settings settings;
+        settings.compression = CompressionType_GZip;
+        for (const bool bFile : {false, true}) {
+            try {
+                if (bFile)
+                    pFormat->file(probe, path.Get(), settings, kContext);
+                else
+                    pFormat->stream(probe, settings, kContext);
+                ADD_FAILURE();
+            }
+            catch (const CQnException& e) {
+                EXPECT_EQ(e.GetMessage().find("Failed to compress data. [Error Code: "), 0u);
+            }
+        }
+        EXPECT_EQ(path.Content(), "old");
+    }
+}
+
+TEST(WritingAnyFormat, PutsIntoAFileWhatItsOwnStreamOperationGives)
+{
+    class COwnStreams : public CProbe
+    {
+    public:
+        COwnStreams() : CProbe(XmlElementGroupType_Sequence) {}
+        CBinaryData ToXmlStream(bool, bool, XmlEncoding, EOLType, const CSerializationContext&,
+                                CompressionType) const override
+        {
+            return CBinaryData("XML");
+        }
+        CBinaryData ToJsonStream(bool, XmlEncoding, EOLType, const CSerializationContext&,
+                                 CompressionType) const override
+        {
+            return CBinaryData("JSON");
+        }
+        CBinaryData ToFastInfosetStream(FInfoDecl, const CSerializationContext&,
+                                        CompressionType) const override
+        {
+            return CBinaryData("Fast Infoset");
+        }
     };
-    const CBinaryData plain = bytes(CompressionType_None);
-    for (const CompressionType compression : {CompressionType_GZip, CompressionType_ZLib}) {
-        const CBinaryData data = bytes(compression);
-        ASSERT_LT(data.GetLength(), plain.GetLength());
-        unsigned long nLength = data.GetLength();
-        auto* pBytes = new unsigned char[nLength];
-        std::copy_n(data.GetData(), nLength, pBytes);
-        CQnZip::Decompress(&pBytes, &nLength);
-        EXPECT_EQ(CBinaryData(pBytes, nLength, true), plain);
+    const COwnStreams object;
+    const CTempPath path("own");
+    for (const Format* const pFormat : {&kXml, &kJson, &kFinf}) {
+        pFormat->file(object, path.Get(), {}, kContext);
+        EXPECT_EQ(path.Content(), pFormat->name);
     }
 }
 
@@ -186,36 +496,16 @@ TEST(WritingXml, FollowsItsArguments)
         "Unknown Encoding, select UTF-8 (contact our support team)");
 }
 
-TEST(WritingJson, GivesTheSameTextOverEveryRoad)
-{
-    CSerializationContext context;
-    context.GetJsonContext().SetSupportRoundtrip(JsonRoundTrip_NoNamespaces);
-    context.SetIndentChars(" ");
-    const CSmartPtr<Model::CLog> pLog(new Model::CLog);
-    pLog->m_by.SetString("x");
-    const std::string strJson = pLog->ToJson(true, EOLType_LF, context);
-    EXPECT_EQ(strJson, "{\n \"log\": {\n  \"@by\": \"x\",\n  \"#text\": 0\n }\n}");
-    EXPECT_EQ(pLog->ToJsonStream(true, XmlEncoding_UTF8, EOLType_LF, context, CompressionType_None),
-              CBinaryData(strJson.c_str()));
-    const CTempPath path("json");
-    pLog->ToJsonFile(path.Get(), true, XmlEncoding_UTF8, EOLType_LF, context, CompressionType_None);
-    EXPECT_EQ(path.Content(), strJson);
-}
-
-TEST(WritingFastInfoset, GivesTheSameBytesOverEveryRoad)
+TEST(WritingFastInfoset, BeginsWithTheDeclarationAskedFor)
 {
     const CSmartPtr<CShip> pShip = Model::MakeShip();
-    const std::string strDeclaration = "<?xml encoding='finf'?>";
-    const CBinaryData data =
-        pShip->ToFastInfosetStream(FInfoDecl_Finf, kContext, CompressionType_None);
-    const std::string strBytes(reinterpret_cast<const char*>(data.GetData()), data.GetLength());
-    EXPECT_EQ(strBytes.substr(0, strDeclaration.size() + 5),
-              strDeclaration + std::string("\xE0\0\0\1\0", 5));
-    const CTempPath path("finf");
-    pShip->ToFastInfosetFile(path.Get(), FInfoDecl_Finf, kContext, CompressionType_None);
-    EXPECT_EQ(path.Content(), strBytes);
-    pShip->ToFastInfosetFile(path.Get(), FInfoDecl_Finf, kContext, CompressionType_GZip);
-    EXPECT_EQ(path.Content().substr(0, 2), "\x1f\x8b");
+    for (const bool bDeclared : {false, true}) {
+        const std::string strStart =
+            (bDeclared ? "<?xml encoding='finf'?>" : "") + std::string("\xE0\0\0\1\0", 5);
+        const std::string strBytes = ToText(pShip->ToFastInfosetStream(
+            bDeclared ? FInfoDecl_Finf : FInfoDecl_None, kContext, CompressionType_None));
+        EXPECT_EQ(strBytes.substr(0, strStart.size()), strStart);
+    }
 }
 
 TEST(WritingFiles, RefuseZLibAndLeaveNoFile)
@@ -245,20 +535,28 @@ TEST(WritingFiles, RefuseZLibAndLeaveNoFile)
     AsyncToXmlFile(false);
 }
 
-TEST(WritingFiles, TakeTheDirectRoadOnlyWithoutCompression)
+TEST(WritingFiles, TheDirectRoadOpensTheFileAheadOfTheSettings)
 {
     const CSmartPtr<CShip> pShip = Model::MakeShip();
     const CTempPath path("direct");
-    AsyncToXmlFile(true);
     AsyncFromXmlFile(true); // no effect on anything
-    EXPECT_THROW(pShip->ToXmlFile(path.Get(), true, true, XmlEncoding_UTF8, EOLType_LF, kContext,
-                                  CompressionType_None),
-                 CQnException);
-    EXPECT_TRUE(path.Exists()); // truncated
-    pShip->ToXmlFile(path.Get(), true, true, XmlEncoding_UTF8, EOLType_LF, kContext,
-                     CompressionType_GZip);
-    AsyncToXmlFile(false);
-    EXPECT_EQ(path.Content().substr(0, 2), "\x1f\x8b");
+    Settings settings;
+    settings.eol = static_cast<EOLType>(2);
+    for (const Format* const pFormat : {&kXml, &kJson}) {
+        SCOPED_TRACE(pFormat->name);
+        const auto file = [&] { pFormat->file(*pShip, path.Get(), settings, kContext); };
+        ExpectFailure<CQnException>(file, "Invalid EOL type.");
+        EXPECT_FALSE(path.Exists());
+        {
+            const DirectRoad direct;
+            ExpectFailure<CQnException>(file, "Invalid EOL type.");
+            EXPECT_TRUE(path.Exists());
+            ExpectFailure<CQnException>(
+                [&] { pFormat->file(*pShip, "/no/such/folder/x", settings, kContext); },
+                "Failed to write data to the file [/no/such/folder/x].");
+        }
+        path.Remove();
+    }
     AsyncFromXmlFile(false);
 }
 
@@ -278,24 +576,6 @@ TEST(WritingFiles, AFailureInMemoryLeavesTheFileAsItWas)
                                          EOLType_LF, kContext, CompressionType_None);
         },
         "Failed to write data to the file [/no/such/folder/x].");
-}
-
-TEST(WritingFiles, OnlyXmlTextGetsTheMarkOfItsEncoding)
-{
-    const CSmartPtr<Model::CLog> pLog(new Model::CLog);
-    const CTempPath path("mark");
-    const std::string strMark = "\xff\xfe";
-    pLog->ToXmlFile(path.Get(), true, true, XmlEncoding_UTF8, EOLType_LF, kContext,
-                    CompressionType_None);
-    EXPECT_EQ(path.Content().substr(0, 2), "<?");
-    pLog->ToXmlFile(path.Get(), true, true, XmlEncoding_UTF16, EOLType_LF, kContext,
-                    CompressionType_None);
-    EXPECT_EQ(path.Content().substr(0, 6), strMark + std::string("<\0\0\0", 4));
-    CSerializationContext context;
-    context.SetWriteTypeAttribute(false);
-    pLog->ToJsonFile(path.Get(), true, XmlEncoding_UTF16, EOLType_LF, context,
-                     CompressionType_None);
-    EXPECT_EQ(path.Content().substr(0, 4), std::string("{\0\0\0", 4));
 }
 
 TEST(ReadingFiles, ReportsWhatIsNoDocumentAndCanReadAgain)
@@ -385,7 +665,7 @@ TEST(ReadingJson, IgnoresNamespacesForItsDurationUnlessTheyWereWritten)
         CSerializationContext context;
         context.GetJsonContext().SetSupportRoundtrip(row.roundTrip);
         context.SetIgnoreNamespaces(row.before);
-        Model::CProbe probe(XmlElementGroupType_Sequence);
+        CProbe probe(XmlElementGroupType_Sequence);
         bool bDuring = false;
         bool bFail = false;
         probe.AddElement(std::make_unique<Model::CScriptInfo>("a")).m_read =
@@ -409,13 +689,41 @@ TEST(ReadingJson, TheFlagStaysWhereTheRoundTripValueChangesMeanwhile)
 {
     CSerializationContext context;
     context.GetJsonContext().SetSupportRoundtrip(JsonRoundTrip_NoNamespaces);
-    Model::CProbe probe(XmlElementGroupType_Sequence);
+    CProbe probe(XmlElementGroupType_Sequence);
     probe.AddElement(std::make_unique<Model::CScriptInfo>("a")).m_read = [&](CXmlElement*&) {
         context.GetJsonContext().SetSupportRoundtrip(JsonRoundTrip_Full);
         return true;
     };
     probe.FromJson("{\"probe\": {}}", context);
     EXPECT_TRUE(context.GetIgnoreNamespaces());
+}
+
+TEST(ReadingJson, HandsTheXmlToItsOwnStreamOperation)
+{
+    class COwnRead : public CProbe
+    {
+    public:
+        COwnRead() : CProbe(XmlElementGroupType_Sequence) {}
+        using CProbe::FromJsonStream;
+        using CProbe::FromXmlStream;
+        void FromXmlStream(const CBinaryData& data, const CSerializationContext&) override
+        {
+            m_strXml = ToText(data);
+        }
+        void FromJsonStream(unsigned char* pData, unsigned long nLength,
+                            const CSerializationContext& context) override
+        {
+            ++m_nRaw;
+            CProbe::FromJsonStream(pData, nLength, context);
+        }
+        std::string m_strXml;
+        int m_nRaw = 0;
+    };
+    COwnRead object;
+    object.FromJsonStream(CBinaryData("{\"a\": 1}"), kContext);
+    EXPECT_EQ(object.m_strXml, "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<a>1</a>\n");
+    EXPECT_EQ(object.m_nRaw, 1);
+    EXPECT_THROW(object.FromJson(L"{\"a\": 1}", kContext), CQnException);
 }
 
 TEST(ReadingJson, ShowsTheXmlThatCouldNotBeBound)
