@@ -24,6 +24,9 @@ class QnVariant;
 // from INillable too.
 //
 // Reading replaces what the object held before; a failed read leaves what it had read so far.
+// Objects inside objects nest as deep as the thread's stack allows: a document of a recursive type
+// that goes deeper fails with "The elements are nested too deep for the stack." inside "Failed to
+// process the element.", both CQnValidationException where they arise.
 // Serialising one object from two threads is not supported, though ToXml is const: it runs
 // through AccessProperty. Record and tables are shared by all instances and threads.
 class QNXML_API CXmlGeneratedClass : public CXmlObjectBase

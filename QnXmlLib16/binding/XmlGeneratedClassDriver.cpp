@@ -8,6 +8,7 @@
 #include "QnXmlLib16/collections/AttributeCol.h"
 #include "QnXmlLib16/support/Exceptions.h"
 #include "QnXmlLib16/support/Functions.h"
+#include "QnXmlLib16/support/internal/StackLeft.h"
 #include "QnXmlLib16/values/QnVariant.h"
 #include "QnXmlLib16/xml/XmlAttribute.h"
 #include "QnXmlLib16/xml/XmlElement.h"
@@ -68,6 +69,14 @@ private:
                      "element [%s] remains un processed",
                      element.GetLocalName().c_str(), leftOver.GetLocalName().c_str()),
         element.GetXPath());
+}
+
+// How deep the objects of a recursive type nest is up to whoever sent the document.
+void RequireStack()
+{
+    const std::size_t uLeft = StackLeft();
+    if (uLeft != 0 && uLeft < kStackReserve)
+        throw CQnValidationException("The elements are nested too deep for the stack.", "");
 }
 
 bool ParseNil(const CXmlAttribute& attribute)
@@ -275,6 +284,7 @@ CXmlElement* CXmlGeneratedClass::FromXml_Int(CXmlElement* pElement, CXmlElement*
 {
     Init();
     try {
+        RequireStack();
         const CParentElementInfo& info = *GetClassInfo();
         std::optional<CSiblingScan> scan;
         if (info.m_elementType == XmlElementType_Element) {

@@ -3,15 +3,14 @@
 #include "QnXmlLib16/support/Encoder.h"
 #include "QnXmlLib16/support/Exceptions.h"
 #include "QnXmlLib16/support/Functions.h"
+#include "QnXmlLib16/support/internal/StackLeft.h"
 #include "QnXmlLib16/values/BinaryData.h"
 
 #include <algorithm>
 #include <climits>
-#include <cstdint>
 #include <cstring>
 #include <memory>
 #include <pcre.h>
-#include <pthread.h>
 #include <vector>
 
 namespace QnXmlLib16 {
@@ -36,8 +35,6 @@ using JitStackPtr = std::unique_ptr<pcre_jit_stack, CJitStackFree>;
 
 // The interpreter recurses on the C stack, at about half of this a level.
 constexpr std::size_t kBytesPerLevel = 1024;
-// Left alone for the callers' and the library's other frames, and for the guard page.
-constexpr std::size_t kStackReserve = 64 * 1024;
 // Beyond this depth compiling to machine code costs less than going on.
 constexpr std::size_t kCheapLevels = 1000;
 // Room for compiled code to remember where to go back to; taken page by page as it is used.
@@ -85,34 +82,6 @@ PatternPtr Compile(const std::string& pattern, const std::string& value)
         throw CQnException(
             FormatString("Invalid Regular Expression: %s Error: '%s'", value.c_str(), pszError));
     return pPattern;
-}
-
-// Bytes of this thread's stack below the caller; 0 if it runs on a stack that the thread library
-// doesn't know.
-std::size_t StackLeft()
-{
-    struct Bounds
-    {
-        std::uintptr_t low = 0;
-        std::uintptr_t high = 0;
-
-        Bounds()
-        {
-            pthread_attr_t attr;
-            if (pthread_getattr_np(pthread_self(), &attr) != 0)
-                return;
-            void* pLow = nullptr;
-            std::size_t uSize = 0;
-            if (pthread_attr_getstack(&attr, &pLow, &uSize) == 0) {
-                low = reinterpret_cast<std::uintptr_t>(pLow);
-                high = low + uSize;
-            }
-            pthread_attr_destroy(&attr);
-        }
-    };
-    static thread_local const Bounds s_bounds;
-    const auto here = reinterpret_cast<std::uintptr_t>(__builtin_frame_address(0));
-    return here > s_bounds.low && here < s_bounds.high ? here - s_bounds.low : 0;
 }
 
 // One text against one compiled pattern. The results are those of pcre_exec.

@@ -4,6 +4,7 @@
 #include "tests/model/Probe.h"
 #include "tests/model/Ship.h"
 #include "tests/model/SpineInfo.h"
+#include "tests/support/SmallStack.h"
 
 #include "QnXmlLib16/binding/SerializationContext.h"
 #include "QnXmlLib16/collections/AttributeCol.h"
@@ -412,6 +413,39 @@ TEST(ReadFailures, AnExceptionWithAPathLosesItsClass)
     const CSmartPtr<CLog> pLog(new CLog);
     ExpectFailure<CQnException>([&] { pLog->FromXml("<log x='1'/>", kContext); },
                                 "Unexpected Attribute found.", "/log/@x");
+}
+
+TEST(ReadFailures, NestingAsDeepAsTheStackIsRefused)
+{
+    RunOnSmallStack([] {
+        CProbe probe(XmlElementGroupType_Sequence);
+        probe.AddElement(std::make_unique<CScriptInfo>("a")).m_read = [&](CXmlElement*& pCursor) {
+            if (pCursor) { // the same object again: only the depth counts
+                CXmlObjectBase::FromXml_Int(&probe, pCursor, pCursor->GetFirstElement(), kContext);
+                pCursor = nullptr;
+            }
+            return true;
+        };
+        const auto read = [&](int nDepth) {
+            std::string strXml;
+            for (int i = 0; i < nDepth; ++i)
+                strXml += "<a>";
+            for (int i = 0; i < nDepth; ++i)
+                strXml += "</a>";
+            probe.FromXml(strXml.c_str(), kContext);
+        };
+        read(20);
+        try {
+            read(20000);
+            ADD_FAILURE();
+        }
+        catch (const CQnException& e) {
+            ASSERT_NE(e.GetInnerException(), nullptr);
+            EXPECT_EQ(e.GetInnerException()->GetMessage(),
+                      "The elements are nested too deep for the stack.");
+        }
+        read(20);
+    });
 }
 
 TEST(ForeignExceptions, PassThroughBothDirections)
