@@ -151,13 +151,9 @@ inline void Put(QnXmlLib16::QnVariant& variant, unsigned short value)
 {
     variant.SetYear(value);
 }
-// A kind without a slot of its own in the variant travels as a dateTime.
 inline void Put(QnXmlLib16::QnVariant& variant, const QnXmlLib16::CDateTime& value)
 {
-    if (value.GetType() == QnXmlLib16::dt_date)
-        variant.SetDate(value);
-    else
-        variant.SetDateTime(value);
+    variant.SetDateTime(value);
 }
 
 inline void Take(const QnXmlLib16::QnVariant& variant, std::string& value)

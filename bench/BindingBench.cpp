@@ -1,0 +1,151 @@
+// Bound objects of the GPX model: reading a track into them and writing them again, against Expat
+// with empty, namespace-aware handlers on the same bytes. All run in turn in every iteration, so
+// that the ratios hold whatever else the machine does; times are those of the processor.
+
+#include "QnXmlLib16/binding/SerializationContext.h"
+#include "QnXmlLib16/values/BinaryData.h"
+#include "bench/BenchMemory.h"
+#include "bench/BenchTiming.h"
+#include "examples/gpx/model/GpxType.h"
+#include "examples/gpx/model/TrkType.h"
+#include "examples/gpx/model/TrksegType.h"
+#include "examples/gpx/model/WptType.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <new>
+#include <string>
+#include <vector>
+
+#include <benchmark/benchmark.h>
+
+namespace {
+
+std::size_t g_nAllocations = 0;
+
+} // namespace
+
+// Counts what the library and the model allocate; Expat and zlib go by malloc and are not seen.
+void* operator new(std::size_t nSize)
+{
+    ++g_nAllocations;
+    if (void* const p = std::malloc(nSize ? nSize : 1))
+        return p;
+    throw std::bad_alloc();
+}
+
+void operator delete(void* p) noexcept
+{
+    std::free(p);
+}
+
+void operator delete(void* p, std::size_t) noexcept
+{
+    std::free(p);
+}
+
+namespace {
+
+using namespace QnXmlLib16;
+
+// A track of nPoints, about 140 bytes each: place with seven digits, height, time to the second.
+std::string MakeTrack(int nPoints)
+{
+    std::string strXml = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+                         "<gpx xmlns=\"http://www.topografix.com/GPX/1/1\" version=\"1.1\""
+                         " creator=\"benchmark\">\n  <trk>\n    <name>Made up</name>\n"
+                         "    <trkseg>\n";
+    strXml.reserve(static_cast<std::size_t>(nPoints) * 140 + 400);
+    char acPoint[256];
+    for (int i = 0; i < nPoints; ++i) {
+        const int nSeconds = i % 86400;
+        std::snprintf(acPoint, sizeof acPoint,
+                      "      <trkpt lat=\"46.%07d\" lon=\"7.%07d\">\n"
+                      "        <ele>%d.%d</ele>\n"
+                      "        <time>2026-05-%02dT%02d:%02d:%02dZ</time>\n"
+                      "      </trkpt>\n",
+                      1000000 + i * 13 % 8999999, 1000000 + i * 17 % 8999999, 400 + i % 3000,
+                      i % 10, 1 + i / 86400 % 28, nSeconds / 3600, nSeconds / 60 % 60,
+                      nSeconds % 60);
+        strXml += acPoint;
+    }
+    return strXml += "    </trkseg>\n  </trk>\n</gpx>\n";
+}
+
+void Read(Gpx::CGpxType& document, std::string& strXml)
+{
+    document.FromXmlStream(reinterpret_cast<unsigned char*>(strXml.data()), strXml.size(),
+                           CSerializationContext::m_defaultContext);
+}
+
+std::string Write(const Gpx::CGpxType& document)
+{
+    return document.ToXml(true, true, EOLType_LF, CSerializationContext::m_defaultContext);
+}
+
+void Track(benchmark::State& state)
+{
+    const int nPoints = static_cast<int>(state.range(0));
+    // Elements of the document: trkpt, ele and time of each point and four around them.
+    const double elements = 3.0 * nPoints + 4;
+    std::string strXml = MakeTrack(nPoints);
+    double readAllocations = 0;
+    double writeAllocations = 0;
+    double readPeak = 0;
+    {
+        const CSmartPtr<Gpx::CGpxType> pDocument = new Gpx::CGpxType;
+        readPeak = MeasurePeakMemory([&] { Read(*pDocument, strXml); });
+        std::size_t nBefore = g_nAllocations;
+        Read(*pDocument, strXml);
+        readAllocations = static_cast<double>(g_nAllocations - nBefore) / elements;
+        nBefore = g_nAllocations;
+        benchmark::DoNotOptimize(Write(*pDocument));
+        writeAllocations = static_cast<double>(g_nAllocations - nBefore) / elements;
+    }
+
+    std::vector<double> vecExpat;
+    std::vector<double> vecRead;
+    std::vector<double> vecWrite;
+    std::vector<double> vecDestroy;
+    for (auto _ : state) {
+        const CThreadStopwatch expat;
+        if (!ParseWithEmptyHandlers(strXml.data(), strXml.size()))
+            state.SkipWithError("Expat refuses the document");
+        vecExpat.push_back(expat.Seconds());
+
+        CSmartPtr<Gpx::CGpxType> pDocument = new Gpx::CGpxType;
+        const CThreadStopwatch read;
+        Read(*pDocument, strXml);
+        vecRead.push_back(read.Seconds());
+        if (pDocument->GetTrk()->Item(0)->GetTrkseg()->Item(0)->GetTrkpt()->GetCount() != nPoints)
+            state.SkipWithError("points are missing");
+
+        const CThreadStopwatch write;
+        benchmark::DoNotOptimize(Write(*pDocument));
+        vecWrite.push_back(write.Seconds());
+
+        const CThreadStopwatch destroy;
+        pDocument.Reset();
+        vecDestroy.push_back(destroy.Seconds());
+        state.SetIterationTime(vecRead.back() + vecWrite.back());
+    }
+    const double expat = Median(vecExpat);
+    const double bytes = static_cast<double>(strXml.size());
+    state.counters["MB"] = bytes / 1e6;
+    state.counters["expat_ms"] = expat * 1e3;
+    state.counters["read_to_expat"] = Median(vecRead) / expat;
+    state.counters["write_to_expat"] = Median(vecWrite) / expat;
+    state.counters["destroy_to_expat"] = Median(vecDestroy) / expat;
+    state.counters["read_ns_a_point"] = Median(vecRead) * 1e9 / nPoints;
+    state.counters["write_ns_a_point"] = Median(vecWrite) * 1e9 / nPoints;
+    state.counters["peak_to_bytes"] = readPeak / bytes;
+    state.counters["allocations_an_element_read"] = readAllocations;
+    state.counters["allocations_an_element_written"] = writeAllocations;
+}
+BENCHMARK(Track)
+    ->RangeMultiplier(10)
+    ->Range(1000, 1000000)
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond);
+
+} // namespace
