@@ -74,6 +74,8 @@ void CExpatReader::Parse(bool bFinal)
     std::size_t nLeft = m_pDocument->GetBufferLength();
     std::size_t nPiece = m_nPieceSize;
     XML_Status status;
+    // In pieces, since XML_Parse takes an int and would cut a larger length without a word. Events
+    // come as from a single call, but that a text may arrive in more parts.
     do {
         const std::size_t nBytes = std::min(nLeft, nPiece);
         const XML_Index before = XML_GetCurrentByteIndex(parser);
@@ -161,7 +163,9 @@ void CExpatReader::StartElement(const char* pszName, const char** ppszAttributes
 
 void CExpatReader::Text(const char* pText, std::size_t nLength)
 {
-    CXmlElement* pElement = m_pDocument->m_vecElementStack.back();
+    CXmlElement* pElement = m_pDocument->GetInnermostElement();
+    if (!pElement)
+        throw CQnInvalidStateException("No element is open.");
     if (IsPlainText(pText, nLength)) {
         pElement->m_strText.append(pText, nLength);
         return;

@@ -327,6 +327,18 @@ TEST(DocumentLoad, TakesLargeTokensInLinearTime)
     EXPECT_EQ(document.GetDocumentElement()->GetText(), strLarge);
 }
 
+TEST(DocumentLoad, TextWithoutAnElementFailsTheParse)
+{
+    for (const auto fnText : {CExpatReader::FnStartCDATA, CExpatReader::FnEndCDATA}) {
+        CXmlDocument document;
+        CExpatReader reader(document);
+        reader.CreateParser();
+        fnText(&reader);
+        Model::ExpectFailure<CQnInvalidStateException>([&] { reader.Parse(true); },
+                                                       "No element is open.");
+    }
+}
+
 TEST(DocumentLoad, TakesInputFromItsOwnTree)
 {
     CXmlDocument document;
