@@ -4,6 +4,7 @@
 #include "QnXmlLib16/support/Functions.h"
 
 #include <memory>
+#include <utility>
 
 namespace QnXmlLib16 {
 
@@ -66,18 +67,13 @@ void CXmlCollection::AttributesToXml_Int(CXmlWriter* pWriter,
 
 void CXmlCollection::AppendItem(CXmlObjectBase* pItem)
 {
-    FireOnCollectionAdd(pItem);
-    LinkBefore(nullptr, new CNode(pItem));
-    FireOnCollectionAddComplete(pItem);
-    FireOnCollectionChange();
+    CompleteAdd(nullptr, BeginAdd(pItem));
 }
 
 void CXmlCollection::PrependItem(CXmlObjectBase* pItem)
 {
-    FireOnCollectionAdd(pItem);
-    LinkBefore(m_pHead, new CNode(pItem));
-    FireOnCollectionAddComplete(pItem);
-    FireOnCollectionChange();
+    std::unique_ptr<CNode> pNode = BeginAdd(pItem);
+    CompleteAdd(m_pHead, std::move(pNode));
 }
 
 void CXmlCollection::AddItemAt(int iIndex, CXmlObjectBase* pItem)
@@ -88,12 +84,8 @@ void CXmlCollection::AddItemAt(int iIndex, CXmlObjectBase* pItem)
         AppendItem(pItem);
         return;
     }
-    FireOnCollectionAdd(pItem);
-    std::unique_ptr<CNode> pNode(new CNode(pItem));
-    LinkBefore(GetNodeAtIndex(iIndex), pNode.get());
-    pNode.release();
-    FireOnCollectionAddComplete(pItem);
-    FireOnCollectionChange();
+    std::unique_ptr<CNode> pNode = BeginAdd(pItem);
+    CompleteAdd(GetNodeAtIndex(iIndex), std::move(pNode));
 }
 
 // Deliberate: without an item to go by, AddAfterItem puts the new one first and AddBeforeItem puts
@@ -104,15 +96,10 @@ void CXmlCollection::AddAfterItem(const CXmlObjectBase* pExisting, CXmlObjectBas
         PrependItem(pItem);
         return;
     }
-    FireOnCollectionAdd(pItem);
-    // Deliberate: the node takes its reference before the search, and gives it back when that
-    // fails. An item nobody holds dies then. Pinned by
-    // ObjectCollection.AnAddBesideAStrangerNeverCompletes.
-    std::unique_ptr<CNode> pNode(new CNode(pItem));
-    LinkBefore(GetNodeForItem(pExisting)->m_pNext, pNode.get());
-    pNode.release();
-    FireOnCollectionAddComplete(pItem);
-    FireOnCollectionChange();
+    // Deliberate: the listeners hear of an add before the search, and of no completion when that
+    // fails. Pinned by ObjectCollection.AnAddBesideAStrangerNeverCompletes.
+    std::unique_ptr<CNode> pNode = BeginAdd(pItem);
+    CompleteAdd(GetNodeForItem(pExisting)->m_pNext, std::move(pNode));
 }
 
 void CXmlCollection::AddBeforeItem(const CXmlObjectBase* pExisting, CXmlObjectBase* pItem)
@@ -121,10 +108,24 @@ void CXmlCollection::AddBeforeItem(const CXmlObjectBase* pExisting, CXmlObjectBa
         AppendItem(pItem);
         return;
     }
+    std::unique_ptr<CNode> pNode = BeginAdd(pItem);
+    CompleteAdd(GetNodeForItem(pExisting), std::move(pNode));
+}
+
+// The node comes ahead of the event: a listener may take a reference and give it back without
+// being the one who destroys the item.
+std::unique_ptr<CNode> CXmlCollection::BeginAdd(CXmlObjectBase* pItem)
+{
+    CSmartPtr<CXmlObjectBase> pHeld(pItem);
+    std::unique_ptr<CNode> pNode(new CNode(std::move(pHeld)));
     FireOnCollectionAdd(pItem);
-    std::unique_ptr<CNode> pNode(new CNode(pItem));
-    LinkBefore(GetNodeForItem(pExisting), pNode.get());
-    pNode.release();
+    return pNode;
+}
+
+void CXmlCollection::CompleteAdd(CNode* pNext, std::unique_ptr<CNode> pNode)
+{
+    CXmlObjectBase* const pItem = pNode->GetItem();
+    LinkBefore(pNext, pNode.release());
     FireOnCollectionAddComplete(pItem);
     FireOnCollectionChange();
 }

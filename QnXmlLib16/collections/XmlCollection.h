@@ -4,6 +4,7 @@
 #include "QnXmlLib16/support/SmartPtr.h"
 
 #include <memory>
+#include <utility>
 
 namespace QnXmlLib16 {
 
@@ -27,7 +28,7 @@ private:
     friend class CXmlCollection;
     friend struct std::default_delete<CNode>;
 
-    explicit CNode(CXmlObjectBase* pItem) : m_pItem(pItem) {}
+    explicit CNode(CSmartPtr<CXmlObjectBase> pItem) : m_pItem(std::move(pItem)) {}
     ~CNode() = default;
 
     CSmartPtr<CXmlObjectBase> m_pItem;
@@ -67,12 +68,13 @@ protected:
                              const CSerializationContext& context) const override;
 
     // Each tells the listeners of the item, links it, and tells them of the completion and of the
-    // change. An item that no one else counts lives from here on until it is removed.
+    // change. An item that no one else counts lives from here on until it is removed; when the add
+    // fails ahead of the link, through a listener for one, such an item dies.
     void AppendItem(CXmlObjectBase* pItem);
     void PrependItem(CXmlObjectBase* pItem);
 
     // iIndex from 0 to the count; anything else throws CQnInvalidParamException "Index out of
-    // range" before any event.
+    // range" before any event and leaves the item to the caller.
     void AddItemAt(int iIndex, CXmlObjectBase* pItem);
 
     // Behind or in front of an item of this list. Without one, AddAfterItem prepends and
@@ -98,6 +100,11 @@ protected:
     CNode* GetHeadNode() const noexcept { return m_pHead; }
 
 private:
+    // Makes the node, which counts the item, and tells the listeners of it.
+    std::unique_ptr<CNode> BeginAdd(CXmlObjectBase* pItem);
+    // Links the node in front of pNext, or last where that is null, and tells the listeners.
+    void CompleteAdd(CNode* pNext, std::unique_ptr<CNode> pNode);
+
     // Puts a new node in front of pNext, or last where that is null.
     void LinkBefore(CNode* pNext, CNode* pNode) noexcept;
     void Unlink(CNode* pNode) noexcept;

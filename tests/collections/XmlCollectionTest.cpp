@@ -234,6 +234,42 @@ TEST(ObjectCollection, AnAddBesideAStrangerNeverCompletes)
     EXPECT_EQ(CThing::s_nLiving, 3) << "an item that nobody holds goes with the failed node";
 }
 
+TEST(ObjectCollection, AListenerMayRefuseAnItemAndCountIt)
+{
+    class CRefusingSink : public IEventSink
+    {
+    public:
+        void OnEvent(CXmlObjectBase*, MsgType message, void* pData) override
+        {
+            if (message != MsgType_Add)
+                return;
+            CSmartPtr<CXmlObjectBase>{static_cast<CXmlObjectBase*>(pData)}.Reset();
+            if (m_bRefuse)
+                throw CQnException("Refused.");
+        }
+        CXmlObjectBase* GetBase() override { return nullptr; }
+        bool m_bRefuse = false;
+    } sink;
+    CThingCol col;
+    CThing* const pInside = new CThing("a");
+    col.AddEventListener(&sink);
+    col.AppendItem(pInside);
+    EXPECT_EQ(col.Names(), "a") << "the listener's reference was not the last one";
+
+    sink.m_bRefuse = true;
+    const std::function<void()> adds[] = {
+        [&] { col.AppendItem(new CThing); },
+        [&] { col.PrependItem(new CThing); },
+        [&] { col.AddItemAt(0, new CThing); },
+        [&] { col.AddAfterItem(pInside, new CThing); },
+        [&] { col.AddBeforeItem(pInside, new CThing); },
+    };
+    for (const auto& add : adds)
+        EXPECT_EQ(FailureOf(add), "Qn: Refused.");
+    EXPECT_EQ(col.Names(), "a");
+    EXPECT_EQ(CThing::s_nLiving, 1);
+}
+
 TEST(ObjectCollection, PlacesOutsideTheListAreRefused)
 {
     CThingCol col;
