@@ -23,6 +23,14 @@ const char* OrEmpty(const char* psz)
                      strSelected.c_str()));
 }
 
+template <class T>
+T* Require(T* pObject)
+{
+    if (!pObject)
+        throw CQnInvalidParamException("The object may not be NULL");
+    return pObject;
+}
+
 } // namespace
 
 CXmlObjectBase::CXmlObjectBase()
@@ -61,19 +69,19 @@ void CXmlObjectBase::ToXml_Int(const CXmlObjectBase* pObject, CXmlWriter* pWrite
                                const char* pszTargetNamespace, const CSerializationContext& context,
                                bool bOptionalChoice)
 {
-    pObject->ToXml_Int(pWriter, bIsRoot, pszTargetNamespace, context, bOptionalChoice);
+    Require(pObject)->ToXml_Int(pWriter, bIsRoot, pszTargetNamespace, context, bOptionalChoice);
 }
 
 void CXmlObjectBase::AttributesToXml_Int(const CXmlObjectBase* pObject, CXmlWriter* pWriter,
                                          const CSerializationContext& context)
 {
-    pObject->AttributesToXml_Int(pWriter, context);
+    Require(pObject)->AttributesToXml_Int(pWriter, context);
 }
 
 CXmlElement* CXmlObjectBase::FromXml_Int(CXmlObjectBase* pObject, CXmlElement* pElement,
                                          CXmlElement* pCursor, const CSerializationContext& context)
 {
-    return pObject->FromXml_Int(pElement, pCursor, context, false);
+    return Require(pObject)->FromXml_Int(pElement, pCursor, context, false);
 }
 
 void CXmlObjectBase::Choice_SelectElement(const char* pszName, CXmlObjectBase* pValue,

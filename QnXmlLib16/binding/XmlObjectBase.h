@@ -181,8 +181,8 @@ public:
     using IEventSink::GetBase;
     const CXmlObjectBase* GetBase() const { return const_cast<CXmlObjectBase*>(this)->GetBase(); }
 
-    // Bridges to the virtual operations of the same names, for classes outside the hierarchy. The
-    // object may not be null. FromXml_Int passes false for bOptionalChoice.
+    // Bridges to the virtual operations of the same names, for classes outside the hierarchy. A
+    // null object throws CQnInvalidParamException. FromXml_Int passes false for bOptionalChoice.
     static void ToXml_Int(const CXmlObjectBase* pObject, CXmlWriter* pWriter, bool bIsRoot,
                           const char* pszTargetNamespace, const CSerializationContext& context,
                           bool bOptionalChoice);

@@ -110,6 +110,18 @@ TEST(ObjectBase, HasANameAndABase)
     EXPECT_EQ(base.GetBase(), pLog.GetPtr());
 }
 
+TEST(ObjectBase, BridgesRefuseNoObject)
+{
+    const CSerializationContext context;
+    const std::string strWords = "The object may not be NULL";
+    ExpectFailure<CQnInvalidParamException>(
+        [&] { CXmlObjectBase::ToXml_Int(nullptr, nullptr, true, "", context, false); }, strWords);
+    ExpectFailure<CQnInvalidParamException>(
+        [&] { CXmlObjectBase::AttributesToXml_Int(nullptr, nullptr, context); }, strWords);
+    ExpectFailure<CQnInvalidParamException>(
+        [&] { CXmlObjectBase::FromXml_Int(nullptr, nullptr, nullptr, context); }, strWords);
+}
+
 TEST(Choice, AnObjectMemberIsSelectedBySettingIt)
 {
     const std::string strIsSet =
