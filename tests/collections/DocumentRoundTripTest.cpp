@@ -1,0 +1,189 @@
+// Whole documents through CXmlDocument and CElement back to XML text, held against what Expat by
+// itself finds in the text on both sides.
+#include "QnXmlLib16/binding/SerializationContext.h"
+#include "QnXmlLib16/collections/Element.h"
+#include "QnXmlLib16/values/BinaryData.h"
+#include "QnXmlLib16/xml/XmlDocument.h"
+#include "tests/support/Scoped.h"
+
+#include <expat.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstring>
+#include <memory>
+#include <vector>
+
+using namespace QnXmlLib16;
+
+namespace {
+
+#ifdef QNXML_SHARED_DATA
+const std::string kFolder = QNXML_SHARED_DATA "/gpx/";
+#else
+const std::string kFolder = "../shared/data/gpx/";
+#endif
+
+// What Expat makes of a text, in one line: name, attributes, children, joined text; namespaces in
+// front of the names they belong to. It starts with the failure if there is one.
+class CTreeLine
+{
+public:
+    static std::string Of(const std::string& strXml)
+    {
+        CTreeLine line;
+        const std::unique_ptr<XML_ParserStruct, void (*)(XML_Parser)> pParser(
+            XML_ParserCreateNS(nullptr, '|'), XML_ParserFree);
+        XML_SetUserData(pParser.get(), &line);
+        XML_SetElementHandler(pParser.get(), Start, End);
+        XML_SetCharacterDataHandler(pParser.get(), Text);
+        if (XML_Parse(pParser.get(), strXml.data(), static_cast<int>(strXml.size()), 1) !=
+            XML_STATUS_OK)
+            line.m_strLine.insert(0, XML_ErrorString(XML_GetErrorCode(pParser.get())));
+        return line.m_strLine;
+    }
+
+private:
+    static void Start(void* pLine, const char* pszName, const char** ppszAttributes)
+    {
+        CTreeLine& line = *static_cast<CTreeLine*>(pLine);
+        line.m_vecTexts.emplace_back();
+        line.m_strLine.append("<").append(pszName);
+        for (; *ppszAttributes; ppszAttributes += 2)
+            line.m_strLine.append("[")
+                .append(ppszAttributes[0])
+                .append("=")
+                .append(std::string(ppszAttributes[1]) + "]");
+    }
+    static void End(void* pLine, const char*)
+    {
+        CTreeLine& line = *static_cast<CTreeLine*>(pLine);
+        line.m_strLine.append("'").append(line.m_vecTexts.back()).append("'>");
+        line.m_vecTexts.pop_back();
+    }
+    static void Text(void* pLine, const char* pText, int iLength)
+    {
+        static_cast<CTreeLine*>(pLine)->m_vecTexts.back().append(pText,
+                                                                 static_cast<size_t>(iLength));
+    }
+
+    std::string m_strLine;
+    std::vector<std::string> m_vecTexts; // of the open elements
+};
+
+// Each character above U+007F as "?".
+std::string InAscii(const std::string& strUtf8)
+{
+    std::string str;
+    for (const char c : strUtf8) {
+        if ((c & 0xC0) != 0x80)
+            str += (c & 0x80) != 0 ? '?' : c;
+    }
+    return str;
+}
+
+CSmartPtr<CElement> Loaded(const std::string& strXml, const CSerializationContext& context)
+{
+    CXmlDocument document(context);
+    document.LoadXmlStream(reinterpret_cast<const unsigned char*>(strXml.data()), strXml.size());
+    CSmartPtr<CElement> pElement(new CElement(""));
+    pElement->CopyXmlElement(document.GetDocumentElement());
+    return pElement;
+}
+
+size_t CountOf(const std::string& strPart, const std::string& strText)
+{
+    size_t nCount = 0;
+    for (size_t n = strText.find(strPart); n != std::string::npos; n = strText.find(strPart, n + 1))
+        ++nCount;
+    return nCount;
+}
+
+// The document comes back under the code page that is set; bLossy: which holds ASCII only.
+void ExpectSameTree(const std::string& strXml, bool bLossy)
+{
+    const CSerializationContext context;
+    const std::string strTree = CTreeLine::Of(strXml);
+    const CSmartPtr<CElement> pElement = Loaded(strXml, context);
+    const std::string strText = pElement->ToXml(false, false, EOLType_LF, context);
+    EXPECT_TRUE(CTreeLine::Of(strText) == (bLossy ? InAscii(strTree) : strTree));
+    const CBinaryData bytes = pElement->ToXmlStream(false, false, XmlEncoding_UTF8, EOLType_LF,
+                                                    context, CompressionType_None);
+    EXPECT_TRUE(bytes == CBinaryData(strText.c_str()));
+    EXPECT_TRUE(Loaded(strText, context)->ToXml(false, false, EOLType_LF, context) == strText);
+}
+
+void ExpectSameTreeInEveryCodePage(const std::string& strXml)
+{
+    {
+        SCOPED_TRACE("C");
+        const Scoped::Locale locale(LC_ALL, "C");
+        ExpectSameTree(strXml, true);
+    }
+    {
+        SCOPED_TRACE("C.UTF-8");
+        const Scoped::Locale locale(LC_ALL, "C.UTF-8");
+        ASSERT_TRUE(locale.IsSet());
+        ExpectSameTree(strXml, false);
+    }
+    SCOPED_TRACE("ASCIIOnly");
+    const Scoped::AsciiOnly asciiOnly;
+    ExpectSameTree(strXml, false);
+}
+
+} // namespace
+
+TEST(DocumentRoundTrip, RealDocumentsKeepTheirTreeInEveryCodePage)
+{
+    for (const char* pszName :
+         {"etrex20x_car_extensions.gpx", "expertgps_trail_cdata.gpx", "garmin_connect_run_tpx.gpx",
+          "strava_ride_plain.gpx", "waymarkedtrails_oneline.gpx"}) {
+        SCOPED_TRACE(pszName);
+        std::ifstream file(kFolder + pszName, std::ios::binary);
+        if (!file)
+            GTEST_SKIP() << "no document " << kFolder << pszName;
+        std::string strXml(std::istreambuf_iterator<char>(file), {});
+        ExpectSameTreeInEveryCodePage(strXml);
+
+        // With markers the sections stay sections, and the tree is the same.
+        CSerializationContext context;
+        context.SetStripCDATA(false);
+        const Scoped::AsciiOnly asciiOnly;
+        const std::string strText =
+            Loaded(strXml, context)->ToXml(false, false, EOLType_LF, context);
+        EXPECT_TRUE(CTreeLine::Of(strText) == CTreeLine::Of(strXml));
+        EXPECT_EQ(CountOf("<![CDATA[", strText), CountOf("<![CDATA[", strXml));
+    }
+}
+
+TEST(DocumentRoundTrip, CharactersOfEveryLengthKeepToTheCodePage)
+{
+    const std::string strValue = "a\xC3\xA9 \xE2\x82\xAC \xF0\x9F\x98\x80 e\xCC\x81";
+    // Each place of a word, and across the pieces that the parser is given.
+    for (const size_t nPadding : {0, 1, 2, 3, 4, 5, 6, 7, 32730, 32750}) {
+        const std::string strPadded = std::string(nPadding, '.') + strValue + "&lt;&#xD7FF;";
+        ExpectSameTreeInEveryCodePage("<r xmlns='urn:" + strValue + "' x='" + strPadded + "'><c>" +
+                                      strPadded + "</c>&#233;<![CDATA[" + strPadded + "]]></r>");
+    }
+
+    // Names too; a code page without their characters gives them up, and with them the document.
+    const std::string strNames = "<\xC3\xA9t\xC3\xA9 \xE6\x97\xA5='1'/>";
+    const Scoped::AsciiOnly asciiOnly;
+    ExpectSameTree(strNames, false);
+}
+
+TEST(DocumentRoundTrip, OtherEncodingsOfTheInputMakeNoDifference)
+{
+    const Scoped::Locale locale(LC_ALL, "C.UTF-8");
+    ASSERT_TRUE(locale.IsSet());
+    const std::string strUtf8 = "<r a='\xC3\xBC'>\xC3\xA9</r>";
+    std::string strUtf16 = "\xFF\xFE";
+    for (const char c : std::string("<r a='\xFC'>\xE9</r>"))
+        strUtf16.append(1, c).append(1, '\0');
+    for (const std::string& strXml :
+         {"\xEF\xBB\xBF" + strUtf8,
+          std::string("<?xml version='1.0' encoding='ISO-8859-1'?><r a='\xFC'>\xE9</r>"), strUtf16})
+        EXPECT_EQ(Loaded(strXml, CSerializationContext())
+                      ->ToXml(false, false, EOLType_LF, CSerializationContext()),
+                  "<r a=\"\xC3\xBC\">\xC3\xA9</r>");
+}
