@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <string_view>
 
 using namespace QnXmlLib16;
 
@@ -177,8 +178,10 @@ bool HoldsJson(const std::string& strPath)
     }
     const size_t iBegin = strStart.compare(0, 3, "\xEF\xBB\xBF") == 0 ? 3 : 0;
     const size_t iFirst = strStart.find_first_not_of(" \t\r\n", iBegin);
-    // "<" begins XML text; a byte above 0x7F and "<?xml ... finf" begin Fast Infoset.
-    return iFirst != std::string::npos && strStart[iFirst] != '<' && (strStart[iFirst] & 0x80) == 0;
+    // An object, an array or a comment. What begins otherwise is left to the loader of documents,
+    // whose words fit text of no known form best.
+    return iFirst != std::string::npos &&
+           std::string_view("{[/").find(strStart[iFirst]) != std::string_view::npos;
 }
 
 void UseUtf8CodePage()
