@@ -138,6 +138,7 @@ protected:
     enum class Trait : unsigned char
     {
         None,
+        HeldGroup,       // a pseudo child that is read in place and may not match
         ChoiceOptional,  // a choice member that may be absent
         ChoiceCollection // a choice member that may be absent if its collection has no lower bound
     };

@@ -117,7 +117,10 @@ CElementInfoSeqClsMnd::CElementInfoSeqClsMnd(const char* pszName, const char* ps
       m_bRequiredContent(bRequiredContent),
       m_fnCreate(fnCreate),
       m_nClassId(nClassId)
-{}
+{
+    if (m_elementType != XmlElementType_Element)
+        m_trait = Trait::HeldGroup;
+}
 
 bool CElementInfoSeqClsMnd::ElementToXml(const CSerializationContext& context,
                                          const CXmlGeneratedClass* pObject,

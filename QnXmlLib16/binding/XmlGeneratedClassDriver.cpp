@@ -6,6 +6,7 @@
 #include "QnXmlLib16/binding/XmlGeneratedClass.h"
 #include "QnXmlLib16/binding/internal/SiblingScan.h"
 #include "QnXmlLib16/collections/AttributeCol.h"
+#include "QnXmlLib16/collections/XmlCollectionBase.h"
 #include "QnXmlLib16/support/Exceptions.h"
 #include "QnXmlLib16/support/Functions.h"
 #include "QnXmlLib16/support/internal/StackLeft.h"
@@ -35,6 +36,19 @@ std::size_t CountEntries(TInfo** ppTable)
     while (ppTable[nCount])
         ++nCount;
     return nCount;
+}
+
+template <class TInfo>
+void DestroyTable(TInfo**& ppTable)
+{
+    if (!ppTable)
+        return;
+    for (TInfo** ppEntry = ppTable; *ppEntry; ++ppEntry) {
+        delete *ppEntry;
+        *ppEntry = nullptr;
+    }
+    delete[] ppTable;
+    ppTable = nullptr;
 }
 
 // One flag for each entry of a table, all false; on the stack unless the table is a long one.
@@ -92,7 +106,8 @@ bool ParseNil(const CXmlAttribute& attribute)
 }
 
 // Asks an entry of a sequence, at one sibling after the other where unknown elements are ignored.
-bool AskInSequence(CElementInfo& entry, const CSerializationContext& context,
+// bMaySkip: it need not be asked at siblings that it is known to refuse.
+bool AskInSequence(CElementInfo& entry, bool bMaySkip, const CSerializationContext& context,
                    CXmlGeneratedClass* pObject, CXmlElement* pElement, CXmlElement*& pCursor,
                    const char* pszNamespace, XmlElementType elementType)
 {
@@ -105,11 +120,12 @@ bool AskInSequence(CElementInfo& entry, const CSerializationContext& context,
 
     const bool bInGroup = elementType != XmlElementType_Element;
     const CXmlElement* const pFirst = pCursor;
-    if (bInGroup)
+    if (bInGroup && bMaySkip)
         pCursor = CSiblingScan::SkipRefused(entry, pCursor);
     bool bHasTaken = false;
     for (;;) {
         CXmlElement* const pAsked = pCursor;
+        CSiblingScan::ForgetLastMismatch();
         const bool bDone = ask();
         if (!bHasTaken && (bDone || pCursor != pAsked || !pCursor)) {
             bHasTaken = true;
@@ -118,7 +134,8 @@ bool AskInSequence(CElementInfo& entry, const CSerializationContext& context,
         }
         if (bDone || !pCursor)
             return bDone;
-        pCursor = pCursor->GetNextSiblingElement();
+        pCursor =
+            pCursor == pAsked ? CSiblingScan::NextToAsk(pAsked) : pCursor->GetNextSiblingElement();
     }
 }
 
@@ -286,11 +303,16 @@ CXmlElement* CXmlGeneratedClass::FromXml_Int(CXmlElement* pElement, CXmlElement*
     try {
         RequireStack();
         const CParentElementInfo& info = *GetClassInfo();
-        std::optional<CSiblingScan> scan;
-        if (info.m_elementType == XmlElementType_Element) {
+        const bool bHasElement = info.m_elementType == XmlElementType_Element;
+        if (bHasElement)
             m_strElementName = pElement->GetLocalName();
-            if (context.GetIgnoreUnknownElements())
+        std::optional<CSiblingScan> scan;
+        std::optional<CSiblingScan::CGroup> group;
+        if (context.GetIgnoreUnknownElements()) {
+            if (bHasElement)
                 scan.emplace();
+            else
+                group.emplace();
         }
         ProcessAttributesFromXml(context, pElement, info.m_bStrictAttributes);
 
@@ -375,18 +397,21 @@ CXmlElement* CXmlGeneratedClass::ProcessElementSeqFromXml(const CSerializationCo
     CXmlElement* const pStart = pCursor;
     CElementInfo** const ppEntries = GetClassElementInfo();
     const std::string strNamespace = GetNamespace();
-    // What a group of another type has read before it failed may stay with its owner.
-    const bool bIsGivenUp =
-        elementType == XmlElementType_PseudoElement && context.GetIgnoreUnknownElements();
-    if (bIsGivenUp && *ppEntries && CSiblingScan::IsMismatch(**ppEntries, pStart))
+    const bool bSkipsInGroup =
+        elementType != XmlElementType_Element && context.GetIgnoreUnknownElements();
+    const bool bIsDropped = bSkipsInGroup && CSiblingScan::CGroup::IsDropped();
+    if (bIsDropped && *ppEntries && CSiblingScan::IsMismatch(**ppEntries, pStart))
         return pStart;
 
     for (std::size_t i = 0;;) {
         for (; ppEntries[i]; ++i) {
-            if (AskInSequence(*ppEntries[i], context, this, pElement, pCursor, strNamespace.c_str(),
-                              elementType))
+            // A child group that is refused keeps what it has read, unless all is dropped.
+            const bool bMaySkip =
+                bIsDropped || ppEntries[i]->m_trait != CElementInfo::Trait::HeldGroup;
+            if (AskInSequence(*ppEntries[i], bMaySkip, context, this, pElement, pCursor,
+                              strNamespace.c_str(), elementType))
                 continue;
-            if (bIsGivenUp)
+            if (bSkipsInGroup)
                 CSiblingScan::NoteMismatch(**ppEntries, pStart);
             return pStart;
         }
@@ -478,6 +503,47 @@ CXmlElement* CXmlGeneratedClass::ProcessElementChoiceFromXml(const CSerializatio
     if (bHasElement && pCursor && !bIgnoreUnknown)
         ThrowElementLeftOver(*pElement, *pCursor);
     return pCursor;
+}
+
+bool CXmlGeneratedClass::IsElementInList(const CSerializationContext& context,
+                                         CXmlElement* pElement) const
+{
+    for (CElementInfo** ppEntry = GetClassElementInfo(); *ppEntry; ++ppEntry) {
+        if ((*ppEntry)->IsThisElement(context, pElement))
+            return true;
+    }
+    return false;
+}
+
+int CXmlGeneratedClass::GetClassElementInfoCount() const
+{
+    return static_cast<int>(CountEntries(GetClassElementInfo()));
+}
+
+bool CXmlGeneratedClass::DoesElementContainOptionalElements() const
+{
+    for (CElementInfo** ppEntry = GetClassElementInfo(); *ppEntry; ++ppEntry) {
+        const CElementInfo& entry = **ppEntry;
+        if (entry.m_trait == CElementInfo::Trait::ChoiceOptional)
+            return true;
+        if (entry.m_trait == CElementInfo::Trait::ChoiceCollection) {
+            QnVariant value;
+            entry.ReadProperty(this, value);
+            const CXmlCollectionBase* const pCollection = value.PeekXmlCollection();
+            if (pCollection && pCollection->GetMinOccurs() == 0)
+                return true;
+        }
+    }
+    return false;
+}
+
+void CXmlGeneratedClass::CleanMetaData(CParentElementInfo*& pInfo, CElementInfo**& ppElements,
+                                       CAttributeInfo**& ppAttributes)
+{
+    delete pInfo;
+    pInfo = nullptr;
+    DestroyTable(ppElements);
+    DestroyTable(ppAttributes);
 }
 
 } // namespace QnXmlLib16

@@ -24,6 +24,7 @@ CSmartPtr<CXmlObjectBase> CElementInfo::Steps::Maker::Make(const CElementInfo& i
 CXmlElement* CElementInfo::Steps::ReadItems(const CElementInfo&, const ReadCall& call,
                                             CXmlCollectionBase& collection)
 {
+    const CSiblingScan::CDropping dropping; // an item that takes nothing is no item
     return FromXml_Int(&collection, call.pParent, *call.ppCursor, call.context, false);
 }
 
@@ -38,8 +39,8 @@ CXmlElement* CElementInfo::Steps::ReadElements(const CElementInfo& info, const R
             "Serialization Data Error : The collection should be a CElementCol, it was not!");
     }
     CXmlElement* const pFirst = *call.ppCursor;
-    return pElements->FromXmlLockElementName_Int(info.m_strName.c_str(),
-                                                 pFirst ? pFirst->GetNamespaceURI().c_str() : "",
+    return pElements->FromXmlLockElementName_Int(info.m_strName,
+                                                 pFirst ? pFirst->GetNamespaceURI() : std::string(),
                                                  call.pParent, pFirst, call.context, false);
 }
 
@@ -134,6 +135,7 @@ bool CElementInfo::Steps::NewChild(const CElementInfo& info, const ReadCall& cal
         pNext = *call.ppCursor;
     }
     else {
+        const CSiblingScan::CDropping dropping;
         pNext = FromXml_Int(pChild.GetPtr(), call.pParent, pElement, call.context, false);
         if (pNext == pElement)
             return false;
@@ -159,6 +161,7 @@ bool CElementInfo::Steps::SelectedChild(const CElementInfo& info, const ReadCall
         ReadChildElement(*pChild, call, bOptionalChoice);
         return true;
     }
+    const CSiblingScan::CDropping dropping;
     CXmlElement* const pNext =
         FromXml_Int(pChild.GetPtr(), call.pParent, pElement, call.context, false);
     if (pNext == pElement) {

@@ -22,6 +22,37 @@ CSiblingScan::~CSiblingScan()
     t_pInnermost = m_pOuter;
 }
 
+CSiblingScan::CGroup::CGroup()
+{
+    if (t_pInnermost)
+        ++t_pInnermost->m_nDepth;
+}
+
+CSiblingScan::CGroup::~CGroup()
+{
+    if (t_pInnermost)
+        --t_pInnermost->m_nDepth;
+}
+
+bool CSiblingScan::CGroup::IsDropped()
+{
+    return t_pInnermost && t_pInnermost->m_nDroppedDepth == t_pInnermost->m_nDepth;
+}
+
+CSiblingScan::CDropping::CDropping() : m_nOuterDepth(0)
+{
+    if (t_pInnermost) {
+        m_nOuterDepth = t_pInnermost->m_nDroppedDepth;
+        t_pInnermost->m_nDroppedDepth = t_pInnermost->m_nDepth + 1;
+    }
+}
+
+CSiblingScan::CDropping::~CDropping()
+{
+    if (t_pInnermost)
+        t_pInnermost->m_nDroppedDepth = m_nOuterDepth;
+}
+
 void CSiblingScan::NoteRefused(const CElementInfo& member, const CXmlElement* pFrom,
                                CXmlElement* pUntil)
 {
@@ -40,14 +71,33 @@ CXmlElement* CSiblingScan::SkipRefused(const CElementInfo& member, CXmlElement* 
 void CSiblingScan::NoteMismatch(const CElementInfo& firstMember, const CXmlElement* pStart)
 {
     Stretch* const pStretch = Find(firstMember);
-    if (pStretch && pStretch->pFrom == pStart)
-        pStretch->bMismatch = true;
+    if (!pStretch || pStretch->pFrom != pStart)
+        return;
+    pStretch->bMismatch = true;
+    t_pInnermost->m_nMismatchDepth = t_pInnermost->m_nDepth;
+    t_pInnermost->m_pMismatchStart = pStart;
+    t_pInnermost->m_pMismatchUntil = pStretch->pUntil;
 }
 
 bool CSiblingScan::IsMismatch(const CElementInfo& firstMember, const CXmlElement* pStart)
 {
     Stretch* const pStretch = Find(firstMember);
     return pStretch && pStretch->bMismatch && Advance(*pStretch, pStart);
+}
+
+void CSiblingScan::ForgetLastMismatch()
+{
+    if (t_pInnermost)
+        t_pInnermost->m_nMismatchDepth = 0;
+}
+
+CXmlElement* CSiblingScan::NextToAsk(const CXmlElement* pAsked)
+{
+    const CXmlElement* pLast = pAsked;
+    if (t_pInnermost && t_pInnermost->m_nMismatchDepth == t_pInnermost->m_nDepth + 1 &&
+        t_pInnermost->m_pMismatchStart == pAsked)
+        pLast = t_pInnermost->m_pMismatchUntil;
+    return pLast ? pLast->GetNextSiblingElement() : nullptr;
 }
 
 CSiblingScan::Stretch* CSiblingScan::Find(const CElementInfo& member)
