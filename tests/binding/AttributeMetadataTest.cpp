@@ -1,0 +1,202 @@
+#include "QnXmlLib16/binding/AttributeInfo.h"
+
+#include "tests/model/Entries.h"
+
+#include "QnXmlLib16/collections/AttributeCol.h"
+#include "QnXmlLib16/support/Exceptions.h"
+
+#include <gtest/gtest.h>
+
+using namespace QnXmlLib16;
+using namespace QnXmlLib16Data;
+using namespace Model;
+
+namespace {
+
+CAttributeInfo* Primitive(const char* pszName, int nProperty, bool bOptional, ItemType type,
+                          const char* pszDefault = nullptr,
+                          const CPrimitiveRestrictions& restrictions = {},
+                          const char* pszFormat = nullptr)
+{
+    return new CAttributeInfoPrimitive(pszName, "", nProperty, bOptional, type, pszFormat,
+                                       CWhitespaceUtils::WhitespaceRule_Collapse, restrictions,
+                                       pszDefault);
+}
+
+CAttributeInfo* Enumeration(const char* pszName, int nProperty, bool bOptional,
+                            const char* pszDefault = nullptr)
+{
+    return new CAttributeInfoEnum(pszName, "", nProperty, bOptional, FinishToText, TextToFinish,
+                                  pszDefault);
+}
+
+CHeld HeldAttributes(int nProperty, const char* pszRestriction)
+{
+    return HeldItems(nProperty,
+                     [pszRestriction] { return new CAttributeCol("", pszRestriction, "urn:t"); });
+}
+
+// The properties of <r attributes/>, or the failure.
+std::string ReadAttributes(const CTables& tables, const std::string& strAttributes,
+                           const char* pszFlags = "")
+{
+    const CSmartPtr<CSheet> pSheet(new CSheet(tables));
+    const std::string strFailure = Failure(
+        [&] { pSheet->FromXml(("<r " + strAttributes + "/>").c_str(), MakeContext(pszFlags)); });
+    return strFailure.empty() ? pSheet->Dump() : strFailure;
+}
+
+// What stands between "<r" and "/>", or the failure.
+std::string WriteAttributes(const CSheet& sheet, bool bNoDefaults = false)
+{
+    CSerializationContext context;
+    context.SetNoOptionalAttributeDefaultOutput(bNoDefaults);
+    std::string strText;
+    const std::string strFailure =
+        Failure([&] { strText = sheet.ToXml(false, false, EOLType_LF, context); });
+    return strFailure.empty() ? strText.substr(2, strText.size() - 4) : strFailure;
+}
+
+constexpr char kNotWritten[] =
+    "CQnValidationException: Failed to convert the element [r] to XML < CQnException: Failed to "
+    "convert attributes to XML < ";
+
+} // namespace
+
+TEST(AttributeMetadata, EveryClassReadsWhatItWrites)
+{
+    const CTables tables(XmlElementGroupType_Sequence, kReal, {},
+                         {Primitive("id", 0, false, it_i4), Primitive("price", 1, true, it_decimal),
+                          Primitive("share", 2, true, it_r8, nullptr, {}, "%.2f"),
+                          Enumeration("finish", 3, false), Enumeration("inside", 4, true),
+                          new CAttributeInfoAny("any", "", 5, true, nullptr, "##local", "urn:t")},
+                         {HeldAttributes(5, "##local")});
+    const CSmartPtr<CSheet> pSheet(new CSheet(tables));
+    pSheet->FromXml(
+        "<r b='2' inside='raw' id=' 7 ' price='1.5' finish='oiled' share='0.251' a='1'/>",
+        CSerializationContext());
+    EXPECT_EQ(pSheet->Dump(), "0:7 1:1.5 2:0.251 3:1 4:0 5:[b=2|a=1]");
+    EXPECT_EQ(WriteAttributes(*pSheet), " id=\"7\" price=\"1.5\" share=\"0.25\" finish=\"oiled\" "
+                                        "inside=\"raw\" b=\"2\" a=\"1\"");
+}
+
+TEST(AttributeReading, ARequiredAttributeIsMissedWhateverTheContext)
+{
+    const auto missed = [](const char* pszName) {
+        return "CQnValidationException: Failed to process the element. @/r < "
+               "CQnValidationException: Failed to find the required Attribute [" +
+               std::string(pszName) + "].";
+    };
+    const CTables tables(XmlElementGroupType_Sequence, kReal, {},
+                         {Primitive("a", 0, false, it_i4, "5"), Enumeration("b", 1, false, "raw"),
+                          Primitive("c", 2, true, it_i4), Enumeration("d", 3, true)});
+    EXPECT_EQ(ReadAttributes(tables, "a='1' b='raw'"), "0:1 1:0");
+    for (const char* pszFlags : {"", "m", "u"}) {
+        EXPECT_EQ(ReadAttributes(tables, "b='raw'", pszFlags), missed("a"));
+        EXPECT_EQ(ReadAttributes(tables, "a='1'", pszFlags), missed("b"));
+    }
+    EXPECT_EQ(ReadAttributes(tables, "b='rough' a='1'"),
+              "CQnValidationException: Failed to process the element. @/r < "
+              "CQnInvalidValueException: No finish [rough]");
+    EXPECT_EQ(ReadAttributes(tables, "a='1' b='raw' e='1'"),
+              "CQnException: Unexpected Attribute found. @/r/@e");
+}
+
+TEST(AttributeReading, OnlyEnumerationsIgnoreNamespaces)
+{
+    const CTables tables(XmlElementGroupType_Sequence, kReal, {},
+                         {Primitive("a", 0, true, it_i4), Enumeration("b", 1, true)});
+    const std::string strNamespace = "xmlns:x='urn:x' ";
+    EXPECT_EQ(ReadAttributes(tables, strNamespace + "x:b='oiled'", "n"), "1:1");
+    EXPECT_EQ(ReadAttributes(tables, strNamespace + "x:b='oiled'"),
+              "CQnException: Unexpected Attribute found. @/r/x:@b");
+    for (const char* pszFlags : {"", "n"})
+        EXPECT_EQ(ReadAttributes(tables, strNamespace + "x:a='1'", pszFlags),
+                  "CQnException: Unexpected Attribute found. @/r/x:@a");
+}
+
+TEST(AttributeReading, AWildcardTakesWhatItsListAdmits)
+{
+    const CTables tables(XmlElementGroupType_Sequence, kReal, {},
+                         {Primitive("a", 0, true, it_i4),
+                          new CAttributeInfoAny("any", "", 1, true, nullptr, "##other", "urn:t"),
+                          Primitive("x", 2, true, it_i4)},
+                         {HeldAttributes(1, "##any")});
+    EXPECT_EQ(ReadAttributes(tables, "x='1' a='2' b='3'"), "0:2 1:[x=1|b=3]");
+    EXPECT_EQ(ReadAttributes(tables, "xmlns:t='urn:t' t:a='1'"),
+              "CQnException: Unexpected Attribute found. @/r/t:@a");
+
+    // The collection has the last word on what goes in.
+    const CTables narrow(XmlElementGroupType_Sequence, kReal, {},
+                         {new CAttributeInfoAny("any", "", 1, false, nullptr, "##any", "urn:t")},
+                         {HeldAttributes(1, "##targetNamespace")});
+    EXPECT_EQ(ReadAttributes(narrow, ""), "");
+    EXPECT_EQ(ReadAttributes(narrow, "a='1'"),
+              "CQnValidationException: Failed to process the element. @/r < "
+              "CQnInvalidNamespaceException: Invalid namespace []. The namespace must be one of "
+              "[##targetNamespace] where the target namespace is [urn:t].");
+
+    for (const bool bNull : {true, false}) {
+        const CTables wrong(XmlElementGroupType_Sequence, kReal, {},
+                            {new CAttributeInfoAny("any", "", 1, true, nullptr, "##any", "")},
+                            {HeldItems(1, [bNull] { return bNull ? nullptr : MakeTexts("a"); })});
+        EXPECT_EQ(ReadAttributes(wrong, "a='1'"),
+                  "CQnValidationException: Failed to process the element. @/r < CQnException: "
+                  "Serialization Data Error : The collection should be a CAttributeCol, it was "
+                  "not!");
+        EXPECT_EQ(WriteAttributes(*CSmartPtr<CSheet>(new CSheet(wrong))), "");
+    }
+}
+
+TEST(AttributeWriting, LeavesOutWhatIsAbsentOrADefaultOrHasNoText)
+{
+    struct Row
+    {
+        CAttributeInfo* attribute;
+        std::function<void(QnVariant&)> set;
+        std::string text;       // what is written
+        std::string noDefaults; // where the context leaves optional defaults out
+    };
+    const auto five = [](QnVariant& value) { value.SetI4(5); };
+    const auto oiled = [](QnVariant& value) { value.SetI4(1); };
+    const auto empty = [](QnVariant& value) { value.SetString(""); };
+    const auto noFinish = [](QnVariant& value) { value.SetI4(2); };
+    const auto none = [](QnVariant&) {};
+    const auto nil = [](QnVariant& value) {
+        value.SetI4(5);
+        value.SetNil();
+    };
+    const std::string strNoType =
+        kNotWritten + std::string("CQnException: Invalid Type 0 to convert to string");
+    const std::string strFacet = kNotWritten + std::string("CQnException: Invalid Value for a [5]");
+    const Row rows[] = {
+        {Primitive("a", 0, true, it_i4, "5"), five, " a=\"5\"", ""},
+        {Primitive("a", 0, true, it_i4, "6"), five, " a=\"5\"", " a=\"5\""},
+        {Primitive("a", 0, false, it_i4, "5"), five, " a=\"5\"", " a=\"5\""},
+        {Primitive("a", 0, true, it_string, ""), empty, " a=\"\"", " a=\"\""},
+        {Primitive("a", 0, true, it_i4), none, "", ""},
+        {Primitive("a", 0, true, it_i4), nil, "", ""},
+        {Primitive("a", 0, false, it_i4), none, strNoType, strNoType},
+        {Primitive("a", 0, false, it_i4), nil, strNoType, strNoType},
+        // A default that is written has to keep to the facets as any value does.
+        {Primitive("a", 0, true, it_i4, "5", AtMost("4")), five, strFacet, ""},
+        {Enumeration("a", 0, true, "oiled"), oiled, " a=\"oiled\"", ""},
+        {Enumeration("a", 0, false, "oiled"), oiled, " a=\"oiled\"", " a=\"oiled\""},
+        {Enumeration("a", 0, true), noFinish, "", ""},
+        {Enumeration("a", 0, false), noFinish, "", ""},
+        {Enumeration("a", 0, true), none, "", ""},
+        {Enumeration("a", 0, true), nil, "", ""},
+        // No value is 0 for an enumeration.
+        {Enumeration("a", 0, false), none, " a=\"raw\"", " a=\"raw\""},
+        {Enumeration("a", 0, false), nil, " a=\"raw\"", " a=\"raw\""},
+    };
+    int nRow = 0;
+    for (const Row& row : rows) {
+        SCOPED_TRACE(nRow++);
+        const CTables tables(XmlElementGroupType_Sequence, kReal, {}, {row.attribute});
+        const CSmartPtr<CSheet> pSheet(new CSheet(tables));
+        row.set(pSheet->m_values[0]);
+        EXPECT_EQ(WriteAttributes(*pSheet), row.text);
+        EXPECT_EQ(WriteAttributes(*pSheet, true), row.noDefaults);
+    }
+}
