@@ -96,7 +96,7 @@ public:
     // "Failed to find the required Attribute [%s]."
     void Validate(const CSerializationContext& context, bool bSeen) const override;
 
-private:
+protected:
     CPrimitiveRestrictions m_restrictions;
     ItemType m_itemType;
     std::string m_strFormat;
@@ -119,7 +119,7 @@ public:
     // "Failed to find the required Attribute [%s]."
     void Validate(const CSerializationContext& context, bool bSeen) const override;
 
-private:
+protected:
     int (*m_fnStringToEnum)(const char*);
     const char* (*m_fnEnumToString)(int);
 };
@@ -144,7 +144,7 @@ public:
     // Nothing is ever missing.
     void Validate(const CSerializationContext& context, bool bSeen) const override;
 
-private:
+protected:
     std::string m_strAnyNamespaces;
     std::string m_strTargetNamespace;
 };

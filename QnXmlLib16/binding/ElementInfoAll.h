@@ -97,7 +97,7 @@ public:
                                    const CXmlGeneratedClass* pObject,
                                    CXmlWriter* pWriter) const override;
 
-private:
+protected:
     XmlElementType m_elementType;
     CreateFunction m_fnCreate;
     int m_nClassId;
@@ -122,7 +122,7 @@ public:
                                    const CXmlGeneratedClass* pObject,
                                    CXmlWriter* pWriter) const override;
 
-private:
+protected:
     XmlElementType m_elementType;
     CreateFunction m_fnCreate;
     int m_nClassId;
@@ -147,7 +147,7 @@ public:
                                    const CXmlGeneratedClass* pObject,
                                    CXmlWriter* pWriter) const override;
 
-private:
+protected:
     XmlElementType m_elementType;
     CreateFromElementFunction m_fnCreateFromElement;
 };
@@ -170,7 +170,7 @@ public:
                                    const CXmlGeneratedClass* pObject,
                                    CXmlWriter* pWriter) const override;
 
-private:
+protected:
     XmlElementType m_elementType;
     CreateFromElementFunction m_fnCreateFromElement;
 };
@@ -190,7 +190,7 @@ public:
     bool Validate(const CSerializationContext& context, const CXmlGeneratedClass* pObject,
                   bool bWasRead, bool bIsRealElement) const override;
 
-private:
+protected:
     std::string m_strAnyNamespaces;
     std::string m_strTargetNamespace;
 };
@@ -210,7 +210,7 @@ public:
     bool Validate(const CSerializationContext& context, const CXmlGeneratedClass* pObject,
                   bool bWasRead, bool bIsRealElement) const override;
 
-private:
+protected:
     std::string m_strAnyNamespaces;
     std::string m_strTargetNamespace;
 };
@@ -256,7 +256,7 @@ public:
                                    const CXmlGeneratedClass* pObject,
                                    CXmlWriter* pWriter) const override;
 
-private:
+protected:
     XmlElementType m_elementType;
 };
 
@@ -270,7 +270,7 @@ public:
                                    const CXmlGeneratedClass* pObject,
                                    CXmlWriter* pWriter) const override;
 
-private:
+protected:
     XmlElementType m_elementType;
 };
 

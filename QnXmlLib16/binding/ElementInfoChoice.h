@@ -55,7 +55,7 @@ public:
                                    const CXmlGeneratedClass* pObject,
                                    CXmlWriter* pWriter) const override;
 
-private:
+protected:
     XmlElementType m_elementType;
     CreateFunction m_fnCreate;
     int m_nClassId;
@@ -78,7 +78,7 @@ public:
                                    const CXmlGeneratedClass* pObject,
                                    CXmlWriter* pWriter) const override;
 
-private:
+protected:
     XmlElementType m_elementType;
     CreateFromElementFunction m_fnCreateFromElement;
 };
@@ -96,7 +96,7 @@ public:
                         CXmlElement* pParent, CXmlElement** ppCursor, const char* pszNamespace,
                         XmlElementType ownerType) override;
 
-private:
+protected:
     std::string m_strAnyNamespaces;
     std::string m_strTargetNamespace;
 };
@@ -141,7 +141,7 @@ public:
                                    const CXmlGeneratedClass* pObject,
                                    CXmlWriter* pWriter) const override;
 
-private:
+protected:
     XmlElementType m_elementType;
 };
 
@@ -155,7 +155,7 @@ public:
                                    const CXmlGeneratedClass* pObject,
                                    CXmlWriter* pWriter) const override;
 
-private:
+protected:
     XmlElementType m_elementType;
 };
 

@@ -87,7 +87,7 @@ public:
                                    const CXmlGeneratedClass* pObject,
                                    CXmlWriter* pWriter) const override;
 
-private:
+protected:
     XmlElementType m_elementType;
     bool m_bRequiredContent;
     CreateFunction m_fnCreate;
@@ -111,7 +111,7 @@ public:
                                    const CXmlGeneratedClass* pObject,
                                    CXmlWriter* pWriter) const override;
 
-private:
+protected:
     XmlElementType m_elementType;
     CreateFunction m_fnCreate;
     int m_nClassId;
@@ -135,7 +135,7 @@ public:
                                    const CXmlGeneratedClass* pObject,
                                    CXmlWriter* pWriter) const override;
 
-private:
+protected:
     XmlElementType m_elementType;
     CreateFromElementFunction m_fnCreateFromElement;
 };
@@ -157,7 +157,7 @@ public:
                                    const CXmlGeneratedClass* pObject,
                                    CXmlWriter* pWriter) const override;
 
-private:
+protected:
     XmlElementType m_elementType;
     CreateFromElementFunction m_fnCreateFromElement;
 };
@@ -175,7 +175,7 @@ public:
                         CXmlElement* pParent, CXmlElement** ppCursor, const char* pszNamespace,
                         XmlElementType ownerType) override;
 
-private:
+protected:
     std::string m_strAnyNamespaces;
     std::string m_strTargetNamespace;
 };
@@ -193,7 +193,7 @@ public:
                         CXmlElement* pParent, CXmlElement** ppCursor, const char* pszNamespace,
                         XmlElementType ownerType) override;
 
-private:
+protected:
     std::string m_strAnyNamespaces;
     std::string m_strTargetNamespace;
 };
@@ -237,7 +237,7 @@ public:
                                    const CXmlGeneratedClass* pObject,
                                    CXmlWriter* pWriter) const override;
 
-private:
+protected:
     XmlElementType m_elementType;
 };
 
@@ -251,7 +251,7 @@ public:
                                    const CXmlGeneratedClass* pObject,
                                    CXmlWriter* pWriter) const override;
 
-private:
+protected:
     XmlElementType m_elementType;
 };
 
