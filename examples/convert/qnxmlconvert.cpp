@@ -1,6 +1,7 @@
 // Reads any XML document into a CElement tree and writes the tree again.
 #include "examples/common/Output.h"
 
+#include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <filesystem>
@@ -39,10 +40,17 @@ struct CSurvey
 {
     size_t m_iElements = 0;
     size_t m_iAttributes = 0;
-    size_t m_iTextBytes = 0; // of elements and attribute values
+    size_t m_iCharacters = 0; // of text in elements and attribute values
     std::set<std::string> m_setElementNamespaces;
     std::set<std::string> m_setAttributeNamespaces;
 };
+
+// The text is UTF-8: each character has one byte that continues no other.
+size_t CountCharacters(const std::string& strText)
+{
+    return static_cast<size_t>(
+        std::count_if(strText.begin(), strText.end(), [](char ch) { return (ch & 0xC0) != 0x80; }));
+}
 
 CSurvey Survey(CXmlElement* pRoot)
 {
@@ -52,11 +60,11 @@ CSurvey Survey(CXmlElement* pRoot)
         CXmlElement* pElement = vecOpen.back();
         vecOpen.pop_back();
         ++survey.m_iElements;
-        survey.m_iTextBytes += pElement->GetText().size();
+        survey.m_iCharacters += CountCharacters(pElement->GetText());
         survey.m_setElementNamespaces.insert(pElement->GetNamespaceURI());
         for (const CXmlAttribute* pAttribute : pElement->GetAttributes()) {
             ++survey.m_iAttributes;
-            survey.m_iTextBytes += pAttribute->GetValue().size();
+            survey.m_iCharacters += CountCharacters(pAttribute->GetValue());
             survey.m_setAttributeNamespaces.insert(pAttribute->GetNamespaceURI());
         }
         for (CXmlElement* p = pElement->GetFirstElement(); p; p = p->GetNextSiblingElement())
@@ -163,9 +171,9 @@ int Run(int argc, char** argv)
     const double dWrite = MilliSecondsSince(startOfWrite);
 
     std::fprintf(stderr,
-                 "%zu elements, %zu attributes, %zu bytes of text\n"
+                 "%zu elements, %zu attributes, %zu characters\n"
                  "%ju bytes in, %lu bytes out, read in %.1f ms, written in %.1f ms\n",
-                 survey.m_iElements, survey.m_iAttributes, survey.m_iTextBytes,
+                 survey.m_iElements, survey.m_iAttributes, survey.m_iCharacters,
                  static_cast<uintmax_t>(std::filesystem::file_size(vecPaths[0])), bytes.GetLength(),
                  dRead, dWrite);
     return examples::kExitGood;
