@@ -12,7 +12,8 @@ class Counted
 public:
     ~Counted() { ++s_iDestroyed; }
     void AddRef() { ++m_iReferences; }
-    void Release()
+    // Not inlined: g++ would hold the count's next use against the deletion.
+    __attribute__((noinline)) void Release()
     {
         if (--m_iReferences == 0)
             delete this;
