@@ -42,7 +42,7 @@ public:
     void Cleanup();
 
     // The number of bytes handed to Expat in one call, which copies them and can't take more than
-    // INT_MAX. It doubles while a token is larger than that. At least 1; the default is 32 KiB.
+    // INT_MAX. It doubles while a token is larger than that. At least 1; the default is 512 MiB.
     void SetPieceSize(std::size_t nBytes);
 
     static void FnStartElement(void* pUserData, const char* pszName, const char** ppszAttributes);
