@@ -81,6 +81,21 @@ CAttributeInfo** CBoundClass::GetClassAttributeInfo() const
     return GetMetaData().m_ppAttributes;
 }
 
+// The calls of Prepare around one run through the items.
+class CBoundCol::CPreparations
+{
+public:
+    explicit CPreparations(const CBoundCol& col) : m_col(col) {}
+    CPreparations(const CPreparations&) = delete;
+    CPreparations& operator=(const CPreparations&) = delete;
+    ~CPreparations() { m_col.Prepare(nullptr); }
+
+    void For(CXmlObjectBase* pItem) const { m_col.Prepare(pItem); }
+
+private:
+    const CBoundCol& m_col;
+};
+
 CBoundCol::~CBoundCol()
 {
     if (m_pHolder)
@@ -95,6 +110,8 @@ void CBoundCol::Append(CXmlObjectBase* pItem)
     AppendItem(pItem);
 }
 
+void CBoundCol::Prepare(CXmlObjectBase*) const {}
+
 // From here on the holder counts the collection.
 void CBoundCol::Join()
 {
@@ -106,20 +123,25 @@ void CBoundCol::ToXml_Int(CXmlWriter* pWriter, bool, const char*,
                           const CSerializationContext& context, bool) const
 {
     ValidateCount(context);
+    const CPreparations preparations(*this);
     for (const CNode* p = begin(); p != end(); p = p->GetNext()) {
-        if (const CXmlObjectBase* const pItem = p->GetItem())
-            CXmlObjectBase::ToXml_Int(pItem, pWriter, false, m_strNamespace.c_str(), context,
-                                      false);
+        CXmlObjectBase* const pItem = p->GetItem();
+        if (!pItem)
+            continue;
+        preparations.For(pItem);
+        CXmlObjectBase::ToXml_Int(pItem, pWriter, false, m_strNamespace.c_str(), context, false);
     }
 }
 
 CXmlElement* CBoundCol::FromXml_Int(CXmlElement*, CXmlElement* pCurrent,
                                     const CSerializationContext& context, bool)
 {
+    const CPreparations preparations(*this);
     for (; pCurrent && CXmlObjectHelper::DoesElementNameMatch(context, pCurrent, m_strElementName,
                                                               m_strNamespace);
          pCurrent = pCurrent->GetNextSiblingElement()) {
         const CSmartPtr<CXmlObjectBase> pItem = CreateItem();
+        preparations.For(pItem.GetPtr());
         CXmlObjectBase::FromXml_Int(pItem.GetPtr(), pCurrent, pCurrent->GetFirstElement(), context);
         Join();
         AppendItem(pItem.GetPtr());
@@ -127,18 +149,41 @@ CXmlElement* CBoundCol::FromXml_Int(CXmlElement*, CXmlElement* pCurrent,
     return pCurrent;
 }
 
+CColHolder::~CColHolder()
+{
+    if (!m_pCol)
+        return;
+    if (m_pCol->m_pHolder)
+        m_pCol->m_pHolder = nullptr;
+    else
+        m_pCol->Release();
+}
+
 void CColHolder::Offer(CBoundCol* pCol)
 {
-    Reset();
+    Clear();
+    if (m_pCol)
+        m_pCol->m_pHolder = nullptr;
+    if (pCol->m_pHolder)
+        pCol->m_pHolder->m_pCol = nullptr;
     pCol->m_pHolder = this;
     m_pCol = pCol;
 }
 
-void CColHolder::Reset()
+void CColHolder::Clear()
 {
-    CBoundCol* const pCol = std::exchange(m_pCol, nullptr);
-    if (pCol && !std::exchange(pCol->m_pHolder, nullptr))
-        pCol->Release();
+    if (m_pCol && !m_pCol->m_pHolder)
+        std::exchange(m_pCol, nullptr)->Release();
+}
+
+// On offer still, and in no hands but these.
+bool CColLender::IsFree() const
+{
+    if (!m_pCol || !m_pCol->m_pHolder)
+        return false;
+    const bool bShared = m_pCol->AddRef() > 2;
+    m_pCol->Release();
+    return !bShared;
 }
 
 } // namespace GeneratedSupport

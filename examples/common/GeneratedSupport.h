@@ -77,6 +77,10 @@ protected:
 
     virtual QnXmlLib16::CSmartPtr<QnXmlLib16::CXmlObjectBase> CreateItem() const = 0;
 
+    // Called ahead of reading or writing each item, and with null when no more come: a place to
+    // lend the item what it would else make for itself. Does nothing here.
+    virtual void Prepare(QnXmlLib16::CXmlObjectBase* pItem) const;
+
     // Throws CQnInvalidParamException for null and for an item of another element name.
     void Append(QnXmlLib16::CXmlObjectBase* pItem);
 
@@ -91,6 +95,10 @@ protected:
 
 private:
     friend class CColHolder;
+
+    friend class CColLender;
+
+    class CPreparations;
 
     void Join();
 
@@ -107,22 +115,48 @@ public:
     CColHolder() = default;
     CColHolder(const CColHolder&) = delete;
     CColHolder& operator=(const CColHolder&) = delete;
-    ~CColHolder() { Reset(); }
+    ~CColHolder();
 
     // Null if there is none at present.
     CBoundCol* Peek() const noexcept { return m_pCol; }
 
-    // Takes pCol, an empty one, in place of the present collection.
+    // Takes pCol, an empty one, in place of the present collection. It may be on offer to another
+    // holder, which then has none.
     void Offer(CBoundCol* pCol);
 
-    // Lets go of the collection. One that is held elsewhere goes on without an owner.
-    void Reset();
+    // Lets go of a collection that has had an item; what is on offer stays so.
+    void Clear();
 
 private:
     friend class CBoundCol;
 
     // Counted, unless its m_pHolder is set: then it is on offer, and clears this when it dies.
     CBoundCol* m_pCol = nullptr;
+};
+
+// Lends one empty collection to one holder after the other. Reading and writing ask every object
+// for each of its collections, and to make one for each object would cost more than many a value.
+class CColLender
+{
+public:
+    // Does nothing for a holder that has a collection. fnCreate makes one if the last one was kept
+    // by its borrower or is in other hands too.
+    template <class TCreate>
+    void LendTo(CColHolder& holder, TCreate fnCreate)
+    {
+        if (holder.Peek())
+            return;
+        if (!IsFree())
+            m_pCol = fnCreate();
+        holder.Offer(m_pCol.GetPtr());
+    }
+
+    void TakeBack() { m_pCol.Reset(); }
+
+private:
+    bool IsFree() const;
+
+    QnXmlLib16::CSmartPtr<CBoundCol> m_pCol;
 };
 
 // Values between a property and the variant that it travels in.

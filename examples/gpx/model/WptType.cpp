@@ -11,6 +11,15 @@ using namespace QnXmlLib16Data;
 
 namespace Gpx {
 
+namespace {
+
+CLinkTypeCol* NewLinks()
+{
+    return new CLinkTypeCol("link", kNamespace, 0, -1);
+}
+
+} // namespace
+
 const CWptType::CMetaData& CWptType::GetMetaData() const
 {
     static const CMetaData data([](CMetaData& table) {
@@ -243,7 +252,7 @@ void CWptType::SetExtensions(CExtensionsType* pValue)
 CSmartPtr<CLinkTypeCol> CWptType::GetLink()
 {
     if (!m_link.Peek())
-        m_link.Offer(new CLinkTypeCol("link", kNamespace, 0, -1));
+        m_link.Offer(NewLinks());
     return static_cast<CLinkTypeCol*>(m_link.Peek());
 }
 
@@ -305,7 +314,7 @@ void CWptType::Init()
     m_ele.reset();
     m_time.reset();
     m_pExtensions.Reset();
-    m_link.Reset();
+    m_link.Clear();
     m_pDetails.reset();
 }
 
@@ -330,6 +339,14 @@ CSmartPtr<CWptType> CWptTypeCol::Item(int iIndex) const
 CSmartPtr<CXmlObjectBase> CWptTypeCol::CreateItem() const
 {
     return new CWptType;
+}
+
+void CWptTypeCol::Prepare(CXmlObjectBase* pItem) const
+{
+    if (pItem)
+        m_links.LendTo(static_cast<CWptType*>(pItem)->m_link, NewLinks);
+    else
+        m_links.TakeBack();
 }
 
 } // namespace Gpx

@@ -99,12 +99,15 @@ public:
 
     // Never null. An empty collection that nobody holds goes, and the next call makes a new one.
     QnXmlLib16::CSmartPtr<CLinkTypeCol> GetLink();
-    bool HasLink() const { return m_link.Peek() != nullptr; }
+    // Whether there is any link, without making a collection.
+    bool HasLink() const { return m_link.Peek() && m_link.Peek()->GetCount() > 0; }
 
     void AccessProperty(int nProperty, bool bRead, QnXmlLib16::QnVariant& value) override;
     void Init() override;
 
 private:
+    friend class CWptTypeCol;
+
     struct CDetails
     {
         std::optional<QnXmlLib16::CDecimal> m_magvar;
@@ -158,6 +161,10 @@ public:
 
 protected:
     QnXmlLib16::CSmartPtr<QnXmlLib16::CXmlObjectBase> CreateItem() const override;
+    void Prepare(QnXmlLib16::CXmlObjectBase* pItem) const override;
+
+private:
+    mutable GeneratedSupport::CColLender m_links; // holds one during a run through the items
 };
 
 } // namespace Gpx
