@@ -816,11 +816,14 @@ int CBigInteger::Signum() const
 
 void CBigInteger::AppendDigits(std::string& strText) const
 {
-    const std::size_t nLength = strText.size();
-    strText.resize(nLength + GetDigitCount());
-    char* pText = strText.data() + nLength;
+    char acText[64];
+    std::size_t nText = 0;
     for (const char *const pLow = GetLow(), *p = GetEnd(); p != pLow;) {
-        *pText++ = static_cast<char>('0' + *--p);
+        acText[nText++] = static_cast<char>('0' + *--p);
+        if (nText == sizeof acText || p == pLow) {
+            strText.append(acText, nText);
+            nText = 0;
+        }
     }
 }
 

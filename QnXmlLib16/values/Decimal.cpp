@@ -193,7 +193,9 @@ std::string CDecimal::ToString() const
     m_integerPart.AppendDigits(strText);
     strText.push_back('.');
     AppendFraction(strText);
-    strText.resize(std::min(strText.size(), kMaxText));
+    if (strText.size() > kMaxText) {
+        strText.resize(kMaxText);
+    }
     return strText;
 }
 

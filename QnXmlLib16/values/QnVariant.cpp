@@ -212,8 +212,6 @@ struct QnVariant::Steps
     }
 };
 
-QnVariant::QnVariant() noexcept = default;
-
 QnVariant::QnVariant(const QnVariant& other)
 {
     Steps::Copy(other, *this);

@@ -24,7 +24,7 @@ class CXmlObjectBase;
 class QNXML_API QnVariant
 {
 public:
-    QnVariant() noexcept;
+    QnVariant() noexcept {}
     QnVariant(const QnVariant& other);
     // The source is left invalid.
     QnVariant(QnVariant&& other) noexcept;

@@ -76,18 +76,6 @@ void CWptType::SetDetail(std::optional<T> CDetails::*pMember, std::optional<T> v
         (*m_pDetails).*pMember = std::move(value);
 }
 
-template <class T>
-void CWptType::AccessDetail(bool bRead, QnVariant& value, std::optional<T> CDetails::*pMember)
-{
-    if (m_pDetails)
-        return Access(bRead, value, (*m_pDetails).*pMember);
-    if (bRead)
-        return value.SetInvalid();
-    std::optional<T> detail;
-    Access(bRead, value, detail);
-    SetDetail(pMember, std::move(detail));
-}
-
 const std::optional<CDecimal>& CWptType::GetMagvar() const
 {
     return GetDetail(&CDetails::m_magvar);
@@ -263,38 +251,8 @@ void CWptType::AccessProperty(int nProperty, bool bRead, QnVariant& value)
         return Access(bRead, value, m_ele);
     case Property_Time:
         return Access(bRead, value, m_time);
-    case Property_Magvar:
-        return AccessDetail(bRead, value, &CDetails::m_magvar);
-    case Property_Geoidheight:
-        return AccessDetail(bRead, value, &CDetails::m_geoidheight);
-    case Property_Name:
-        return AccessDetail(bRead, value, &CDetails::m_name);
-    case Property_Cmt:
-        return AccessDetail(bRead, value, &CDetails::m_cmt);
-    case Property_Desc:
-        return AccessDetail(bRead, value, &CDetails::m_desc);
-    case Property_Src:
-        return AccessDetail(bRead, value, &CDetails::m_src);
     case Property_Link:
         return value.SetXmlCollection(GetLink().GetPtr());
-    case Property_Sym:
-        return AccessDetail(bRead, value, &CDetails::m_sym);
-    case Property_Type:
-        return AccessDetail(bRead, value, &CDetails::m_type);
-    case Property_Fix:
-        return AccessDetail(bRead, value, &CDetails::m_fix);
-    case Property_Sat:
-        return AccessDetail(bRead, value, &CDetails::m_sat);
-    case Property_Hdop:
-        return AccessDetail(bRead, value, &CDetails::m_hdop);
-    case Property_Vdop:
-        return AccessDetail(bRead, value, &CDetails::m_vdop);
-    case Property_Pdop:
-        return AccessDetail(bRead, value, &CDetails::m_pdop);
-    case Property_Ageofdgpsdata:
-        return AccessDetail(bRead, value, &CDetails::m_ageofdgpsdata);
-    case Property_Dgpsid:
-        return AccessDetail(bRead, value, &CDetails::m_dgpsid);
     case Property_Extensions:
         return bRead ? value.SetXmlObject(m_pExtensions.GetPtr())
                      : SetExtensions(GetObjectOf<CExtensionsType>(value));
@@ -302,6 +260,48 @@ void CWptType::AccessProperty(int nProperty, bool bRead, QnVariant& value)
         return Access(bRead, value, m_lat);
     case Property_Lon:
         return Access(bRead, value, m_lon);
+    default:
+        return AccessDetail(nProperty, bRead, value);
+    }
+}
+
+void CWptType::AccessDetail(int nProperty, bool bRead, QnVariant& value)
+{
+    if (!m_pDetails && (bRead || !value.IsValid()))
+        return value.SetInvalid();
+    if (!m_pDetails)
+        m_pDetails = std::make_unique<CDetails>();
+    switch (nProperty) {
+    case Property_Magvar:
+        return Access(bRead, value, m_pDetails->m_magvar);
+    case Property_Geoidheight:
+        return Access(bRead, value, m_pDetails->m_geoidheight);
+    case Property_Name:
+        return Access(bRead, value, m_pDetails->m_name);
+    case Property_Cmt:
+        return Access(bRead, value, m_pDetails->m_cmt);
+    case Property_Desc:
+        return Access(bRead, value, m_pDetails->m_desc);
+    case Property_Src:
+        return Access(bRead, value, m_pDetails->m_src);
+    case Property_Sym:
+        return Access(bRead, value, m_pDetails->m_sym);
+    case Property_Type:
+        return Access(bRead, value, m_pDetails->m_type);
+    case Property_Fix:
+        return Access(bRead, value, m_pDetails->m_fix);
+    case Property_Sat:
+        return Access(bRead, value, m_pDetails->m_sat);
+    case Property_Hdop:
+        return Access(bRead, value, m_pDetails->m_hdop);
+    case Property_Vdop:
+        return Access(bRead, value, m_pDetails->m_vdop);
+    case Property_Pdop:
+        return Access(bRead, value, m_pDetails->m_pdop);
+    case Property_Ageofdgpsdata:
+        return Access(bRead, value, m_pDetails->m_ageofdgpsdata);
+    case Property_Dgpsid:
+        return Access(bRead, value, m_pDetails->m_dgpsid);
     default:
         return ThrowUnknownProperty(nProperty);
     }

@@ -133,9 +133,8 @@ private:
     const std::optional<T>& GetDetail(std::optional<T> CDetails::*pMember) const;
     template <class T>
     void SetDetail(std::optional<T> CDetails::*pMember, std::optional<T> value);
-    template <class T>
-    void AccessDetail(bool bRead, QnXmlLib16::QnVariant& value,
-                      std::optional<T> CDetails::*pMember);
+    // AccessProperty for the members of CDetails.
+    void AccessDetail(int nProperty, bool bRead, QnXmlLib16::QnVariant& value);
 
     QnXmlLib16::CDecimal m_lat;
     QnXmlLib16::CDecimal m_lon;
