@@ -1,6 +1,9 @@
 #include "QnXmlLib16/fastinfoset/FIVocabulary.h"
 
 #include "QnXmlLib16/fastinfoset/internal/NameKey.h"
+#include "QnXmlLib16/support/internal/ShortText.h"
+
+#include <algorithm>
 
 namespace QnXmlLib16 {
 
@@ -12,6 +15,57 @@ const char* const kXmlPrefix = "xml";
 const char* const kXmlNamespace = "http://www.w3.org/XML/1998/namespace";
 
 } // namespace
+
+CFIVocabulary::CIndexMap::CIndexMap()
+    : m_uSeed(reinterpret_cast<std::uintptr_t>(this) * 0x9E3779B97F4A7C15)
+{}
+
+CFIVocabulary::CIndexMap::CIndexMap(const CIndexMap& other) = default;
+
+CFIVocabulary::CIndexMap& CFIVocabulary::CIndexMap::operator=(const CIndexMap& other) = default;
+
+CFIVocabulary::CIndexMap::~CIndexMap() = default;
+
+std::uint32_t CFIVocabulary::CIndexMap::Hash(std::string_view key) const
+{
+    return static_cast<std::uint32_t>(HashText(key, m_uSeed));
+}
+
+unsigned long CFIVocabulary::CIndexMap::Find(std::string_view key) const
+{
+    if (m_vecSlots.empty())
+        return 0;
+    const std::uint32_t uHash = Hash(key);
+    const std::size_t nMask = m_vecSlots.size() - 1;
+    for (std::size_t n = uHash & nMask;; n = (n + 1) & nMask) {
+        const Slot slot = m_vecSlots[n];
+        if (slot.uIndex == 0 || (slot.uHash == uHash && EqualText(GetKey(slot.uIndex), key)))
+            return slot.uIndex;
+    }
+}
+
+void CFIVocabulary::CIndexMap::Enter(const Slot& slot)
+{
+    const std::size_t nMask = m_vecSlots.size() - 1;
+    std::size_t n = slot.uHash & nMask;
+    while (m_vecSlots[n].uIndex != 0)
+        n = (n + 1) & nMask;
+    m_vecSlots[n] = slot;
+}
+
+void CFIVocabulary::CIndexMap::Add(std::string_view key)
+{
+    constexpr std::size_t kFirstSize = 16;
+    if (m_vecKeys.size() * 2 >= m_vecSlots.size()) {
+        std::vector<Slot> vecOld(std::max(kFirstSize, m_vecSlots.size() * 2));
+        vecOld.swap(m_vecSlots);
+        for (const Slot& slot : vecOld)
+            if (slot.uIndex != 0)
+                Enter(slot);
+    }
+    m_vecKeys.emplace_back(key);
+    Enter({Hash(key), static_cast<std::uint32_t>(m_vecKeys.size())});
+}
 
 CFIVocabulary::CFIStringTable::~CFIStringTable() = default;
 
@@ -32,10 +86,10 @@ CFIVocabulary::~CFIVocabulary() = default;
 bool CFIVocabulary::FindIndex(const CIndexMap& map, const std::string& strKey,
                               unsigned long& iIndex) const
 {
-    const auto it = map.find(strKey);
-    if (it == map.end())
+    const unsigned long iFound = map.Find(strKey);
+    if (iFound == 0)
         return false;
-    iIndex = it->second;
+    iIndex = iFound;
     return true;
 }
 
@@ -57,8 +111,8 @@ bool CFIVocabulary::FindLocalNameIndex(const std::string& strLocalName, unsigned
 
 void CFIVocabulary::AddValueToMap(const std::string& strKey, CIndexMap& map) const
 {
-    if (map.size() < kMaxEntries)
-        map.emplace(strKey, map.size() + 1);
+    if (map.size() < kMaxEntries && map.Find(strKey) == 0)
+        map.Add(strKey);
 }
 
 void CFIVocabulary::AddValueToVector(const std::string& strValue,
@@ -77,7 +131,7 @@ void CFIVocabulary::AddQNameToVector(unsigned long iPrefix, unsigned long iNames
 
 void CFIVocabulary::AddValue(const std::string& strValue, CIndexMap& map, CFIStringTable& table)
 {
-    if (map.find(strValue) != map.end())
+    if (map.Find(strValue) != 0)
         return;
     AddValueToMap(strValue, map);
     AddValueToVector(strValue, table.m_vecStrings);
@@ -141,7 +195,7 @@ void CFIVocabulary::AddQName(const std::string& strPrefix, const std::string& st
 {
     std::string strKey;
     MakeNameKey(strKey, strPrefix, strNamespace, strLocalName);
-    if (map.find(strKey) != map.end())
+    if (map.Find(strKey) != 0)
         return;
     unsigned long iPrefix = 0;
     if (!strPrefix.empty())

@@ -2,8 +2,10 @@
 
 #include "QnXmlLib16/support/Export.h"
 
+#include <cstddef>
+#include <cstdint>
 #include <string>
-#include <unordered_map>
+#include <string_view>
 #include <vector>
 
 namespace QnXmlLib16 {
@@ -26,7 +28,43 @@ public:
         unsigned long m_iLocalName;
     };
 
-    using CIndexMap = std::unordered_map<std::string, unsigned long>;
+    // From text to index, in the order of entry from 1 on. A hash table with linear probing;
+    // looking up a text allocates nothing. A value.
+    class QNXML_API CIndexMap
+    {
+    public:
+        CIndexMap();
+        CIndexMap(const CIndexMap& other);
+        CIndexMap& operator=(const CIndexMap& other);
+        ~CIndexMap();
+
+        std::size_t size() const { return m_vecKeys.size(); }
+
+        // 0 for a key that is not there.
+        unsigned long Find(std::string_view key) const;
+
+        // The key of an index that is in use.
+        const std::string& GetKey(unsigned long iIndex) const { return m_vecKeys[iIndex - 1]; }
+
+        // Enters a key that is not there yet.
+        void Add(std::string_view key);
+
+    private:
+        struct Slot
+        {
+            std::uint32_t uHash;
+            std::uint32_t uIndex; // 0: free
+        };
+
+        std::uint32_t Hash(std::string_view key) const;
+        void Enter(const Slot& slot);
+
+        // Invariant: the number of slots is 0 or a power of two, and at most half of them are
+        // taken.
+        std::vector<Slot> m_vecSlots;
+        std::vector<std::string> m_vecKeys; // by index, less one
+        std::uint64_t m_uSeed;
+    };
 
     class QNXML_API CFIStringTable
     {

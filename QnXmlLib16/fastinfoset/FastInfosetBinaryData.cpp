@@ -59,8 +59,9 @@ void CFastInfosetBinaryData::SetAsEncodedString(unsigned long iAlgorithm, const 
         CBinaryData::operator=(CEncoder::LocalCodePageToUtf8Binary(pszValue));
         return;
     }
-    unsigned char auOctets[kLargestNumber];
-    Append(auOctets, EncodeNumber(iAlgorithm, pszValue, auOctets));
+    std::string strOctets;
+    EncodeNumber(iAlgorithm, pszValue, strOctets);
+    SetBuffer(reinterpret_cast<const unsigned char*>(strOctets.data()), strOctets.size());
 }
 
 std::string CFastInfosetBinaryData::GetAsString(unsigned long iAlgorithm) const

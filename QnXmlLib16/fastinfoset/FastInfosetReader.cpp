@@ -54,7 +54,7 @@ constexpr unsigned int kIndexBit1 = 0x80;
 // A few octets of indexes can stand for any amount of text. What the tables add to a document is
 // bounded by this factor of its size, and small documents by this many bytes.
 constexpr std::size_t kMaxExpansion = 256;
-constexpr std::size_t kFreeExpansion = std::size_t{256} << 20;
+constexpr std::size_t kFreeExpansion = std::size_t{64} << 20;
 
 // Elements tend to have as many attributes as the last one of their name; room is made for this
 // many at most, so that one element can't make all others large.
@@ -184,7 +184,7 @@ void CFastInfosetReader::ReadOptionalData()
 // or refused for its indexes; vocabularies belong into the context. Pinned by
 // FastInfosetHeader.SequencesReadALengthAheadOfEachItem.
 
-// The first length lies in the octet that the length of the sequence ended on.
+// The first length is taken from the octet at hand, which belongs to that of the sequence.
 void CFastInfosetReader::AdditionalData()
 {
     for (std::size_t n = 0; n < LengthOfSequence(); ++n) {
@@ -269,7 +269,7 @@ void CFastInfosetReader::OtherURIs()
     RestrictedAlphabets();
 }
 
-// The first value lies in the octet that the length of the sequence ended on.
+// A value begins in the octet at hand, which belongs to the length of the sequence.
 void CFastInfosetReader::AttributeValues()
 {
     for (std::size_t n = 0; n < LengthOfSequence(); ++n)

@@ -12,6 +12,7 @@
 #include "QnXmlLib16/support/Functions.h"
 #include "QnXmlLib16/xml/internal/PlainText.h"
 
+#include <cstring>
 #include <string_view>
 
 namespace QnXmlLib16 {
@@ -38,15 +39,8 @@ constexpr unsigned char kChunkIndex = 0x20;
 constexpr unsigned char kAddChunk = 0x10;
 constexpr unsigned char kAddValue = 0x40;
 
-constexpr unsigned long kLastAlphabet = 2;
 constexpr unsigned long kMaxInteger = 1048576;
 constexpr unsigned long kMaxLength = 0x100000000;
-
-struct Octets
-{
-    const unsigned char* pData;
-    unsigned long ulLength;
-};
 
 const unsigned char* AsBytes(const char* p)
 {
@@ -65,26 +59,39 @@ void CheckName(const std::string& strName)
         throw CQnException("Failed to write FastInfoset. Empty name.");
 }
 
-void CheckInteger(unsigned long iValue, unsigned long iLeast)
-{
-    if (iValue < iLeast || iValue > kMaxInteger)
-        throw CQnException("Failed to write FastInfoset. Integer out of range.");
-}
-
 void CheckLength(unsigned long ulLength)
 {
     if (ulLength == 0 || ulLength > kMaxLength)
         throw CQnException("Failed to write FastInfoset. Invalid length of an octet string.");
 }
 
+struct Octets
+{
+    const unsigned char* pData = nullptr;
+    unsigned long ulLength = 0;
+
+    void Set(const std::string& str)
+    {
+        pData = AsBytes(str.data());
+        ulLength = str.size();
+    }
+    void Set(const CBinaryData& data)
+    {
+        pData = data.GetData();
+        ulLength = data.GetLength();
+    }
+};
+
 // The text in UTF-8, up to its first zero byte. ASCII stands for itself in every code page that a
 // locale can have, and stays where it is; data holds anything else.
-Octets ToUtf8(const std::string& strText, CBinaryData& data)
+void ToUtf8(const std::string& strText, CBinaryData& data, Octets& octets)
 {
-    if (IsPlainText(strText.data(), strText.size()))
-        return {AsBytes(strText.data()), strText.size()};
+    if (IsPlainText(strText.data(), strText.size())) {
+        octets.Set(strText);
+        return;
+    }
     data = CEncoder::LocalCodePageToUtf8Binary(strText.c_str());
-    return {data.GetData(), data.GetLength()};
+    octets.Set(data);
 }
 
 unsigned char Octet(unsigned long i)
@@ -92,11 +99,64 @@ unsigned char Octet(unsigned long i)
     return static_cast<unsigned char>(i);
 }
 
-// Appends an integer in as many octets as asked for, high ones first.
-void AppendNumber(CBinaryStream& stream, unsigned long iValue, unsigned int uOctets)
+// What follows in the first octet of an integer, by its band, and where the bands begin. The last
+// band takes an octet more than the one before, and only what is in use of it.
+struct IntegerForm
 {
-    while (uOctets-- > 0)
-        stream.Append(Octet(iValue >> 8 * uOctets));
+    unsigned char uTwoOctets;
+    unsigned char uThreeOctets;
+    unsigned char uFourOctets;
+    unsigned long iBand2;
+    unsigned long iBand3;
+    unsigned long iBand4;
+    unsigned long iBase4;
+};
+
+constexpr unsigned long kNoBand = kMaxInteger + 1;
+
+constexpr IntegerForm kIntegerBit2 = {0x40,    0x60, 0, kIntegerBit2Band2, kIntegerBit2Band3,
+                                      kNoBand, 0};
+constexpr IntegerForm kIntegerBit3 = {0x20,
+                                      0x28,
+                                      0x30,
+                                      kIntegerBit3Band2,
+                                      kIntegerBit3Band3,
+                                      kIntegerBit3Band4,
+                                      kIntegerBit3Band4 - 1};
+constexpr IntegerForm kIntegerBit4 = {
+    0x10, 0x14, 0x18, kIntegerBit4Band2, kIntegerBit4Band3, kIntegerBit4Band4, kIntegerBit4Band4};
+
+void AppendLargeInteger(CBinaryStream& stream, const IntegerForm& form, unsigned char uBits,
+                        unsigned long iValue)
+{
+    if (iValue == 0 || iValue > kMaxInteger)
+        throw CQnException("Failed to write FastInfoset. Integer out of range.");
+    int iOctets = 2;
+    unsigned long iOut = iValue - form.iBand2;
+    unsigned char uForm = form.uTwoOctets;
+    if (iValue >= form.iBand4) {
+        iOctets = 4;
+        iOut = iValue - form.iBase4;
+        uForm = form.uFourOctets;
+    }
+    else if (iValue >= form.iBand3) {
+        iOctets = 3;
+        iOut = iValue - form.iBand3;
+        uForm = form.uThreeOctets;
+    }
+    const int iFirstShift = 8 * (iOctets - 1);
+    stream.Append(Octet(uBits | uForm | iOut >> iFirstShift));
+    for (int iShift = iFirstShift - 8; iShift >= 0; iShift -= 8)
+        stream.Append(Octet(iOut >> iShift));
+}
+
+inline void AppendInteger(CBinaryStream& stream, const IntegerForm& form, unsigned char uBits,
+                          unsigned long iValue)
+{
+    if (iValue - 1 < form.iBand2 - 1)
+        stream.Append(Octet(uBits | (iValue - 1)));
+    else
+        AppendLargeInteger(stream, form, uBits, iValue);
 }
 
 // What follows in the first octet of a length, by its band, and where the bands begin.
@@ -112,22 +172,43 @@ constexpr LengthForm kLengthBit2 = {0x40, 0x60, kLengthBit2Band2, kLengthBit2Ban
 constexpr LengthForm kLengthBit5 = {0x08, 0x0C, kLengthBit5Band2, kLengthBit5Band3};
 constexpr LengthForm kLengthBit7 = {0x02, 0x03, kLengthBit7Band2, kLengthBit7Band3};
 
-void AppendString(CBinaryStream& stream, const LengthForm& form, unsigned char uBits,
-                  const Octets& text)
+// A string with its length, behind uLead where bLead. A short one goes into the stream at once.
+inline void AppendString(CBinaryStream& stream, const LengthForm& form, bool bLead,
+                         unsigned char uLead, unsigned char uBits, const Octets& text)
 {
     CheckLength(text.ulLength);
+    unsigned char auOctets[64];
+    unsigned char* p = auOctets;
+    if (bLead)
+        *p++ = uLead;
     if (text.ulLength < form.ulBand2) {
-        stream.Append(Octet(uBits | (text.ulLength - 1)));
+        *p++ = Octet(uBits | (text.ulLength - 1));
     }
     else if (text.ulLength < form.ulBand3) {
-        stream.Append(Octet(uBits | form.uTwoOctets));
-        AppendNumber(stream, text.ulLength - form.ulBand2, 1);
+        *p++ = Octet(uBits | form.uTwoOctets);
+        *p++ = Octet(text.ulLength - form.ulBand2);
     }
     else {
-        stream.Append(Octet(uBits | form.uFiveOctets));
-        AppendNumber(stream, text.ulLength - form.ulBand3, 4);
+        *p++ = Octet(uBits | form.uFiveOctets);
+        for (int iShift = 24; iShift >= 0; iShift -= 8)
+            *p++ = Octet((text.ulLength - form.ulBand3) >> iShift);
     }
-    stream.Append(text.pData, text.ulLength);
+    const unsigned long ulHead = static_cast<unsigned long>(p - auOctets);
+    if (text.ulLength <= sizeof auOctets - ulHead) {
+        std::memcpy(p, text.pData, text.ulLength);
+        stream.Append(auOctets, ulHead + text.ulLength);
+    }
+    else {
+        stream.Append(auOctets, ulHead);
+        stream.Append(text.pData, text.ulLength);
+    }
+}
+
+inline bool IsKnown(unsigned long iIndex, const CFIVocabulary::CIndexMap& map,
+                    const std::string& strPrefix, const std::string& strNamespace,
+                    const std::string& strLocalName)
+{
+    return iIndex != 0 && IsNameKey(map.GetKey(iIndex), strPrefix, strNamespace, strLocalName);
 }
 
 } // namespace
@@ -169,15 +250,6 @@ const CFastInfosetWriter::ValueForm CFastInfosetWriter::ValueForm::kBit5 = {
     kLengthBit7, 0x08, 0x0C, 2,
     "Failed to write FastInfoset. Unknown encoding in EncodedCharacterStringBit7."};
 
-// A value ahead of its way to the wire. The octets lie in the value's own text or in the scratch of
-// the writer.
-struct CFastInfosetWriter::EncodedValue
-{
-    int eKind = CFastInfosetContext::EncodingKind_Literal;
-    unsigned long iIndex = 0;
-    Octets octets{};
-};
-
 CFastInfosetWriter::CFastInfosetWriter(const CFastInfosetContext& context, CBinaryStream& stream)
     : CXmlWriter("CFastInfosetWriter"),
       m_stream(stream),
@@ -203,7 +275,8 @@ void CFastInfosetWriter::WriteStartElement(const std::string& strName,
                                            const std::string& strNamespace)
 {
     CheckName(strName);
-    WriteElement(false);
+    if (m_pPending)
+        WriteElement(false);
     if (m_bPendingTerminator) {
         m_stream.Append(kTerminator);
         m_bPendingTerminator = false;
@@ -218,7 +291,8 @@ void CFastInfosetWriter::WriteStartElement(const std::string& strName,
 void CFastInfosetWriter::WriteString(const std::string& strValue, ItemType eType,
                                      bool /*bIsDefault*/)
 {
-    WriteElement(false);
+    if (m_pPending)
+        WriteElement(false);
     EndAttributes(RequireContext());
     if (!strValue.empty())
         NonIdentifyingStringOrIndexBit3(kChunk, strValue, m_pVocabulary->m_mapCharacterChunks,
@@ -227,7 +301,8 @@ void CFastInfosetWriter::WriteString(const std::string& strValue, ItemType eType
 
 void CFastInfosetWriter::WriteEndElement()
 {
-    WriteElement(false);
+    if (m_pPending)
+        WriteElement(false);
     EndAttributes(RequireContext());
     if (m_bPendingTerminator)
         m_stream.Append(kDoubleTerminator);
@@ -247,8 +322,15 @@ void CFastInfosetWriter::WriteAttributeString(const std::string& strName,
         bool bNew;
         pPrefix = &ObtainPrefix(context, strNamespace, bNew);
     }
-    QualifiedNameOrIndex(NameForm::kBit2, m_pAttributeNames.get(), 0, *pPrefix, strNamespace,
-                         strName, m_pVocabulary->m_mapAttributeNames);
+    CFIVocabulary::CIndexMap& map = m_pVocabulary->m_mapAttributeNames;
+    unsigned long& iKnown = m_pAttributeNames->Slot(strName);
+    if (IsKnown(iKnown, map, *pPrefix, strNamespace, strName)) {
+        AppendInteger(m_stream, kIntegerBit2, 0, iKnown);
+    }
+    else {
+        QualifiedNameOrIndexBit2(0, *pPrefix, strNamespace, strName, map);
+        iKnown = map.Find(m_strKey);
+    }
     NonIdentifyingStringOrIndexBit1(strValue, m_pVocabulary->m_mapAttributeValues,
                                     m_context.GetAttributeMaxAddLength(), eType);
 }
@@ -264,9 +346,8 @@ void CFastInfosetWriter::WriteAttributeType(const std::string& strNamespace,
     }
     bool bNew;
     const std::string& strPrefix = ObtainPrefix(context, strNamespace, bNew);
-    QualifiedNameOrIndex(NameForm::kBit2, m_pAttributeNames.get(), 0, strPrefix,
-                         bNew ? strNamespace : XSI_NAMESPACE, bNew ? strTypeName : kTypeName,
-                         m_pVocabulary->m_mapAttributeNames);
+    QualifiedNameOrIndexBit2(0, strPrefix, bNew ? strNamespace : XSI_NAMESPACE,
+                             bNew ? strTypeName : kTypeName, m_pVocabulary->m_mapAttributeNames);
     NonIdentifyingStringOrIndexBit1(strPrefix + ':' + strTypeName,
                                     m_pVocabulary->m_mapAttributeValues,
                                     m_context.GetAttributeMaxAddLength(), eType);
@@ -324,9 +405,15 @@ void CFastInfosetWriter::WriteElement(bool bHasAttributes)
         bool bNew;
         pPrefix = &ObtainPrefix(context, context.m_strNamespace, bNew);
     }
-    QualifiedNameOrIndex(NameForm::kBit3, m_pElementNames.get(), uBits, *pPrefix,
-                         context.m_strNamespace, context.m_strName,
-                         m_pVocabulary->m_mapElementNames);
+    CFIVocabulary::CIndexMap& map = m_pVocabulary->m_mapElementNames;
+    unsigned long& iKnown = m_pElementNames->Slot(context.m_strName);
+    if (IsKnown(iKnown, map, *pPrefix, context.m_strNamespace, context.m_strName)) {
+        AppendInteger(m_stream, kIntegerBit3, uBits, iKnown);
+    }
+    else {
+        QualifiedNameOrIndexBit3(uBits, *pPrefix, context.m_strNamespace, context.m_strName, map);
+        iKnown = map.Find(m_strKey);
+    }
     m_pContext = m_pPending.release();
 }
 
@@ -390,31 +477,27 @@ void CFastInfosetWriter::LocalNameString(const std::string& strLocalName)
 void CFastInfosetWriter::NonEmptyOctetStringBit5(unsigned char uBits, const unsigned char* pData,
                                                  unsigned long ulLength)
 {
-    AppendString(m_stream, kLengthBit5, uBits, {pData, ulLength});
+    AppendString(m_stream, kLengthBit5, false, 0, uBits, {pData, ulLength});
 }
 
 void CFastInfosetWriter::NonEmptyOctetStringBit7(unsigned char uBits, const unsigned char* pData,
                                                  unsigned long ulLength)
 {
-    AppendString(m_stream, kLengthBit7, uBits, {pData, ulLength});
+    AppendString(m_stream, kLengthBit7, false, 0, uBits, {pData, ulLength});
 }
 
 void CFastInfosetWriter::NonEmptyOctetUTF8StringBit2(unsigned char uBits,
                                                      const std::string& strText)
 {
     CBinaryData data;
-    AppendString(m_stream, kLengthBit2, uBits, ToUtf8(strText, data));
+    Octets octets;
+    ToUtf8(strText, data, octets);
+    AppendString(m_stream, kLengthBit2, false, 0, uBits, octets);
 }
 
 void CFastInfosetWriter::Integer1To2pw20Bit2(unsigned char uBits, unsigned long iValue)
 {
-    CheckInteger(iValue, 1);
-    if (iValue < kIntegerBit2Band2)
-        m_stream.Append(Octet(uBits | (iValue - 1)));
-    else if (iValue < kIntegerBit2Band3)
-        AppendNumber(m_stream, (uBits | 0x40ul) << 8 | (iValue - kIntegerBit2Band2), 2);
-    else
-        AppendNumber(m_stream, (uBits | 0x60ul) << 16 | (iValue - kIntegerBit2Band3), 3);
+    AppendInteger(m_stream, kIntegerBit2, uBits, iValue);
 }
 
 void CFastInfosetWriter::Integer0To2pw20Bit2(unsigned char uBits, unsigned long iValue)
@@ -422,33 +505,17 @@ void CFastInfosetWriter::Integer0To2pw20Bit2(unsigned char uBits, unsigned long 
     if (iValue == 0)
         m_stream.Append(Octet(uBits | 0x7F));
     else
-        Integer1To2pw20Bit2(uBits, iValue);
+        AppendInteger(m_stream, kIntegerBit2, uBits, iValue);
 }
 
 void CFastInfosetWriter::Integer1To2pw20Bit3(unsigned char uBits, unsigned long iValue)
 {
-    CheckInteger(iValue, 1);
-    if (iValue < kIntegerBit3Band2)
-        m_stream.Append(Octet(uBits | (iValue - 1)));
-    else if (iValue < kIntegerBit3Band3)
-        AppendNumber(m_stream, (uBits | 0x20ul) << 8 | (iValue - kIntegerBit3Band2), 2);
-    else if (iValue < kIntegerBit3Band4)
-        AppendNumber(m_stream, (uBits | 0x28ul) << 16 | (iValue - kIntegerBit3Band3), 3);
-    else
-        AppendNumber(m_stream, (uBits | 0x30ul) << 24 | (iValue - (kIntegerBit3Band4 - 1)), 4);
+    AppendInteger(m_stream, kIntegerBit3, uBits, iValue);
 }
 
 void CFastInfosetWriter::Integer1To2pw20Bit4(unsigned char uBits, unsigned long iValue)
 {
-    CheckInteger(iValue, 1);
-    if (iValue < kIntegerBit4Band2)
-        m_stream.Append(Octet(uBits | (iValue - 1)));
-    else if (iValue < kIntegerBit4Band3)
-        AppendNumber(m_stream, (uBits | 0x10ul) << 8 | (iValue - kIntegerBit4Band2), 2);
-    else if (iValue < kIntegerBit4Band4)
-        AppendNumber(m_stream, (uBits | 0x14ul) << 16 | (iValue - kIntegerBit4Band3), 3);
-    else
-        AppendNumber(m_stream, (uBits | 0x18ul) << 24 | (iValue - kIntegerBit4Band4), 4);
+    AppendInteger(m_stream, kIntegerBit4, uBits, iValue);
 }
 
 void CFastInfosetWriter::QualifiedNameOrIndexBit2(unsigned char uBits, const std::string& strPrefix,
@@ -456,8 +523,7 @@ void CFastInfosetWriter::QualifiedNameOrIndexBit2(unsigned char uBits, const std
                                                   const std::string& strLocalName,
                                                   CFIVocabulary::CIndexMap& map)
 {
-    QualifiedNameOrIndex(NameForm::kBit2, nullptr, uBits, strPrefix, strNamespace, strLocalName,
-                         map);
+    QualifiedNameOrIndex(NameForm::kBit2, uBits, strPrefix, strNamespace, strLocalName, map);
 }
 
 void CFastInfosetWriter::QualifiedNameOrIndexBit3(unsigned char uBits, const std::string& strPrefix,
@@ -465,28 +531,18 @@ void CFastInfosetWriter::QualifiedNameOrIndexBit3(unsigned char uBits, const std
                                                   const std::string& strLocalName,
                                                   CFIVocabulary::CIndexMap& map)
 {
-    QualifiedNameOrIndex(NameForm::kBit3, nullptr, uBits, strPrefix, strNamespace, strLocalName,
-                         map);
+    QualifiedNameOrIndex(NameForm::kBit3, uBits, strPrefix, strNamespace, strLocalName, map);
 }
 
-// pCache belongs to the map; null for a map of the caller's.
-void CFastInfosetWriter::QualifiedNameOrIndex(const NameForm& form, CNameCache* pCache,
-                                              unsigned char uBits, const std::string& strPrefix,
+void CFastInfosetWriter::QualifiedNameOrIndex(const NameForm& form, unsigned char uBits,
+                                              const std::string& strPrefix,
                                               const std::string& strNamespace,
                                               const std::string& strLocalName,
                                               CFIVocabulary::CIndexMap& map)
 {
-    CNameCache::Row const* pNoRow = nullptr;
-    CNameCache::Row const*& pRow = pCache ? pCache->Slot(strLocalName) : pNoRow;
-    if (pRow && IsNameKey(pRow->first, strPrefix, strNamespace, strLocalName)) {
-        (this->*form.pfnIndex)(uBits, pRow->second);
-        return;
-    }
     MakeNameKey(m_strKey, strPrefix, strNamespace, strLocalName);
-    const auto it = map.find(m_strKey);
-    if (it != map.end()) {
-        pRow = &*it;
-        (this->*form.pfnIndex)(uBits, it->second);
+    if (const unsigned long iIndex = map.Find(m_strKey)) {
+        (this->*form.pfnIndex)(uBits, iIndex);
         return;
     }
     for (const std::string* pPart : {&strPrefix, &strNamespace})
@@ -513,21 +569,16 @@ void CFastInfosetWriter::NonIdentifyingStringOrIndexBit1(const std::string& strV
                                                          unsigned long iMaxAddLength,
                                                          ItemType eType)
 {
-    const bool bAdd = strValue.size() < iMaxAddLength;
-    unsigned long iIndex = 0;
-    if (!strValue.empty() && bAdd && m_pVocabulary->FindIndex(map, strValue, iIndex)) {
-        Integer1To2pw20Bit2(kIndexBit1, iIndex);
-        return;
+    const bool bAdd = !strValue.empty() && strValue.size() < iMaxAddLength;
+    if (bAdd) {
+        if (const unsigned long iIndex = map.Find(strValue)) {
+            AppendInteger(m_stream, kIntegerBit2, kIndexBit1, iIndex);
+            return;
+        }
     }
-    EncodedValue value;
-    if (!strValue.empty())
-        value = Encode(ValueForm::kBit3, strValue, eType);
-    if (value.octets.ulLength == 0) {
+    if (!WriteValue(ValueForm::kBit3, bAdd ? kAddValue : 0, strValue, eType))
         Integer0To2pw20Bit2(kIndexBit1, 0);
-        return;
-    }
-    WriteEncoded(ValueForm::kBit3, bAdd ? kAddValue : 0, value);
-    if (bAdd)
+    else if (bAdd)
         m_pVocabulary->AddValueToMap(strValue, map);
 }
 
@@ -537,108 +588,103 @@ void CFastInfosetWriter::NonIdentifyingStringOrIndexBit3(unsigned char uBits,
                                                          unsigned long iMaxAddLength,
                                                          ItemType eType)
 {
-    if (strValue.empty())
-        return;
-    const bool bAdd = strValue.size() < iMaxAddLength;
-    unsigned long iIndex = 0;
-    if (bAdd && m_pVocabulary->FindIndex(map, strValue, iIndex)) {
-        Integer1To2pw20Bit4(Octet(uBits | kChunkIndex), iIndex);
-        return;
+    const bool bAdd = !strValue.empty() && strValue.size() < iMaxAddLength;
+    if (bAdd) {
+        if (const unsigned long iIndex = map.Find(strValue)) {
+            AppendInteger(m_stream, kIntegerBit4, Octet(uBits | kChunkIndex), iIndex);
+            return;
+        }
     }
-    const EncodedValue value = Encode(ValueForm::kBit5, strValue, eType);
-    if (value.octets.ulLength == 0)
-        return;
-    WriteEncoded(ValueForm::kBit5, Octet(uBits | (bAdd ? kAddChunk : 0)), value);
-    if (bAdd)
+    if (WriteValue(ValueForm::kBit5, Octet(uBits | (bAdd ? kAddChunk : 0)), strValue, eType) &&
+        bAdd)
         m_pVocabulary->AddValueToMap(strValue, map);
 }
 
 void CFastInfosetWriter::EncodedCharacterStringBit3(unsigned char uBits,
                                                     const std::string& strValue, ItemType eType)
 {
-    WriteEncoded(ValueForm::kBit3, uBits, Encode(ValueForm::kBit3, strValue, eType));
+    if (!WriteValue(ValueForm::kBit3, uBits, strValue, eType))
+        CheckLength(0);
 }
 
 void CFastInfosetWriter::EncodedCharacterStringBit5(unsigned char uBits,
                                                     const std::string& strValue, ItemType eType)
 {
-    WriteEncoded(ValueForm::kBit5, uBits, Encode(ValueForm::kBit5, strValue, eType));
+    if (!WriteValue(ValueForm::kBit5, uBits, strValue, eType))
+        CheckLength(0);
 }
 
-// Nothing is written until the value is known to have a form.
-CFastInfosetWriter::EncodedValue
-CFastInfosetWriter::Encode(const ValueForm& form, const std::string& strValue, ItemType eType)
+// False, and nothing has happened, for a value without octets. Nothing is written either until the
+// value is known to have a form.
+bool CFastInfosetWriter::WriteValue(const ValueForm& form, unsigned char uBits,
+                                    const std::string& strValue, ItemType eType)
 {
+    if (strValue.empty())
+        return false;
     const CFastInfosetContext::EncodedCharacterString& encoding =
         m_context.GetEncoding(static_cast<unsigned long>(eType));
-    EncodedValue value;
-    value.eKind = encoding.m_eKind;
-    value.iIndex = encoding.m_iIndex;
-    switch (value.eKind) {
+    const unsigned long iIndex = encoding.m_iIndex;
+    Octets octets;
+    unsigned char uKind = form.uAlgorithm;
+    switch (encoding.m_eKind) {
     case CFastInfosetContext::EncodingKind_Literal:
         if (m_context.GetDefaultStringEncoding() == 1)
             throw CQnException("Failed to write FastInfoset. Unsupported Feature UTF16BE in "
                                "EncodedCharacterStringBit5.");
-        value.octets = ToUtf8(strValue, m_data);
-        return value;
+        ToUtf8(strValue, m_data, octets);
+        if (octets.ulLength == 0)
+            return false;
+        AppendString(m_stream, form.length, false, 0, uBits, octets);
+        return true;
     case CFastInfosetContext::EncodingKind_RestrictedAlphabet:
-        m_strOctets.clear();
-        PackText(value.iIndex, strValue.c_str(), m_strOctets);
+        ObtainPacker(iIndex).Pack(strValue.c_str(), m_strOctets);
+        octets.Set(m_strOctets);
+        uKind = form.uAlphabet;
         break;
     case CFastInfosetContext::EncodingKind_Algorithm:
-        if (IsNumberAlgorithm(value.iIndex)) {
-            m_strOctets.resize(kLargestNumber);
-            m_strOctets.resize(EncodeNumber(value.iIndex, strValue.c_str(),
-                                            reinterpret_cast<unsigned char*>(m_strOctets.data())));
-            break;
-        }
-        if (value.iIndex < kAlgorithmHex || value.iIndex > kAlgorithmCData)
+        if (iIndex < kAlgorithmHex || iIndex > kAlgorithmCData)
             throw CQnException(
                 FormatString("Failed to write FastInfoset. Invalid Encoding Algorithm value [%d]",
-                             static_cast<int>(value.iIndex)));
-        m_data.SetAsEncodedString(value.iIndex, strValue.c_str());
-        value.octets = {m_data.GetData(), m_data.GetLength()};
-        return value;
+                             static_cast<int>(iIndex)));
+        if (IsNumberAlgorithm(iIndex)) {
+            EncodeNumber(iIndex, strValue.c_str(), m_strOctets);
+            octets.Set(m_strOctets);
+        }
+        else {
+            m_data.SetAsEncodedString(iIndex, strValue.c_str());
+            octets.Set(m_data);
+        }
+        break;
     default:
         throw CQnException(form.pszUnknownKind);
     }
-    value.octets = {AsBytes(m_strOctets.data()), m_strOctets.size()};
-    return value;
-}
-
-void CFastInfosetWriter::WriteEncoded(const ValueForm& form, unsigned char uBits,
-                                      const EncodedValue& value)
-{
-    if (value.eKind != CFastInfosetContext::EncodingKind_Literal) {
-        CheckLength(value.octets.ulLength);
-        m_stream.Append(
-            Octet(uBits | (value.eKind == CFastInfosetContext::EncodingKind_RestrictedAlphabet
-                               ? form.uAlphabet
-                               : form.uAlgorithm)));
-        uBits = Octet((value.iIndex - 1) << form.uNumberShift);
-    }
-    AppendString(m_stream, form.length, uBits, value.octets);
+    if (octets.ulLength == 0)
+        return false;
+    AppendString(m_stream, form.length, true, Octet(uBits | uKind),
+                 Octet((iIndex - 1) << form.uNumberShift), octets);
+    return true;
 }
 
 CBinaryData CFastInfosetWriter::AppendRestrictedAlphabetString(unsigned long iAlphabet,
-                                                               const char* pszValue) const
+                                                               const char* pszValue)
 {
-    std::string strOctets;
-    PackText(iAlphabet, pszValue ? pszValue : "", strOctets);
+    ObtainPacker(iAlphabet).Pack(pszValue ? pszValue : "", m_strOctets);
     CBinaryData data;
-    data.SetBuffer(AsBytes(strOctets.data()), strOctets.size());
+    data.SetBuffer(AsBytes(m_strOctets.data()), m_strOctets.size());
     return data;
 }
 
-void CFastInfosetWriter::PackText(unsigned long iAlphabet, const char* pszValue,
-                                  std::string& strOctets) const
+const CAlphabetPacker& CFastInfosetWriter::ObtainPacker(unsigned long iAlphabet)
 {
-    if (iAlphabet < 1 || iAlphabet > kLastAlphabet)
+    if (iAlphabet < 1 || iAlphabet > m_apPackers.size())
         throw CQnException(
             FormatString("Failed to write FastInfoset. Invalid Restricted Alphabet value [%d]",
                          static_cast<int>(iAlphabet)));
-    QnXmlLib16::PackText(m_pVocabulary->m_vecRestrictedAlphabets[iAlphabet - 1], pszValue,
-                         strOctets);
+    std::unique_ptr<const CAlphabetPacker>& pPacker = m_apPackers[iAlphabet - 1];
+    if (!pPacker)
+        pPacker = std::make_unique<CAlphabetPacker>(
+            m_pVocabulary->m_vecRestrictedAlphabets[iAlphabet - 1]);
+    return *pPacker;
 }
 
 CXmlWriter::CXmlWriterContext& CFastInfosetWriter::RequireContext() const

@@ -6,6 +6,7 @@
 #include "QnXmlLib16/support/Export.h"
 #include "QnXmlLib16/xml/XmlWriter.h"
 
+#include <array>
 #include <cstddef>
 #include <memory>
 #include <string>
@@ -14,6 +15,7 @@ namespace QnXmlLib16 {
 
 class CBinaryStream;
 class CFastInfosetContext;
+class CAlphabetPacker;
 class CNameCache;
 
 // Writes a Fast Infoset document (ITU-T X.891) into a CBinaryStream, in one forward pass. Two
@@ -109,12 +111,11 @@ public:
                                     ItemType eType);
 
     // The octets of a text in a restricted alphabet of the vocabulary, 1 or 2.
-    CBinaryData AppendRestrictedAlphabetString(unsigned long iAlphabet, const char* pszValue) const;
+    CBinaryData AppendRestrictedAlphabetString(unsigned long iAlphabet, const char* pszValue);
 
 private:
     struct NameForm;
     struct ValueForm;
-    struct EncodedValue;
 
     CXmlWriterContext& RequireContext() const;
     CXmlWriterContext& RequireOpenStartTag() const;
@@ -123,12 +124,12 @@ private:
     void PrefixString(const std::string& strPrefix);
     void NamespaceString(const std::string& strNamespace);
     void LocalNameString(const std::string& strLocalName);
-    void QualifiedNameOrIndex(const NameForm& form, CNameCache* pCache, unsigned char uBits,
+    void QualifiedNameOrIndex(const NameForm& form, unsigned char uBits,
                               const std::string& strPrefix, const std::string& strNamespace,
                               const std::string& strLocalName, CFIVocabulary::CIndexMap& map);
-    EncodedValue Encode(const ValueForm& form, const std::string& strValue, ItemType eType);
-    void WriteEncoded(const ValueForm& form, unsigned char uBits, const EncodedValue& value);
-    void PackText(unsigned long iAlphabet, const char* pszValue, std::string& strOctets) const;
+    bool WriteValue(const ValueForm& form, unsigned char uBits, const std::string& strValue,
+                    ItemType eType);
+    const CAlphabetPacker& ObtainPacker(unsigned long iAlphabet);
 
     CBinaryStream& m_stream;              // not owned
     const CFastInfosetContext& m_context; // not owned
@@ -137,8 +138,9 @@ private:
     std::unique_ptr<CFIVocabulary> m_pVocabulary;
     std::unique_ptr<CNameCache> m_pElementNames; // of the vocabulary's map, as the next
     std::unique_ptr<CNameCache> m_pAttributeNames;
-    std::string m_strKey;          // scratch; keeps its memory
-    std::string m_strOctets;       // scratch; keeps its memory
+    std::array<std::unique_ptr<const CAlphabetPacker>, 2> m_apPackers; // null until needed
+    std::string m_strKey;                                              // scratch; keeps its memory
+    std::string m_strOctets;                                           // scratch; keeps its memory
     CFastInfosetBinaryData m_data; // scratch: the last value that needed a conversion
 };
 

@@ -1,11 +1,9 @@
 #pragma once
 
-#include "QnXmlLib16/fastinfoset/FIVocabulary.h"
+#include "QnXmlLib16/support/internal/ShortText.h"
 
 #include <array>
 #include <cstddef>
-#include <cstdint>
-#include <cstring>
 #include <string>
 
 namespace QnXmlLib16 {
@@ -24,37 +22,6 @@ inline void MakeNameKey(std::string& strKey, const std::string& strPrefix,
     strKey += strPrefix;
 }
 
-// As memcmp == 0. Names were often copied just before: loads of the sizes that copies store in don't
-// have to wait until these have reached the cache.
-inline bool EqualBytes(const char* p, const char* q, std::size_t nLength)
-{
-    const auto differ = [](const char* pLeft, const char* pRight, auto left) {
-        decltype(left) right;
-        std::memcpy(&left, pLeft, sizeof left);
-        std::memcpy(&right, pRight, sizeof right);
-        return left != right;
-    };
-    if (nLength >= 8) {
-        const std::size_t nLast = nLength - 8;
-        for (std::size_t n = 0; n < nLast; n += 8)
-            if (differ(p + n, q + n, std::uint64_t()))
-                return false;
-        return !differ(p + nLast, q + nLast, std::uint64_t());
-    }
-    if (nLength >= 4)
-        return !differ(p, q, std::uint32_t()) &&
-               !differ(p + nLength - 4, q + nLength - 4, std::uint32_t());
-    for (std::size_t n = 0; n < nLength; ++n)
-        if (p[n] != q[n])
-            return false;
-    return true;
-}
-
-inline bool EqualText(const std::string& str, const std::string& strOther)
-{
-    return str.size() == strOther.size() && EqualBytes(str.data(), strOther.data(), str.size());
-}
-
 // Whether MakeNameKey of the parts would make this key.
 inline bool IsNameKey(const std::string& strKey, const std::string& strPrefix,
                       const std::string& strNamespace, const std::string& strLocalName)
@@ -69,25 +36,23 @@ inline bool IsNameKey(const std::string& strKey, const std::string& strPrefix,
            EqualBytes(pPrefix, strPrefix.data(), strPrefix.size());
 }
 
-// The rows of one name map that were met last, found without making a key. The map must not lose
-// rows.
+// The indexes of the names of one map that were met last, so that these are found without making a
+// key.
 class CNameCache
 {
 public:
-    using Row = CFIVocabulary::CIndexMap::value_type;
-
-    // Where the row of a name is to be looked for and kept. Null: nothing is.
-    const Row*& Slot(const std::string& strLocalName)
+    // Where the index of a name is looked for and kept; 0: nothing is.
+    unsigned long& Slot(const std::string& strLocalName)
     {
         std::size_t n = strLocalName.size();
         if (n != 0)
             n = n * 13 + static_cast<unsigned char>(strLocalName.front()) * 5 +
                 static_cast<unsigned char>(strLocalName.back());
-        return m_apRows[n % m_apRows.size()];
+        return m_aiIndexes[n % m_aiIndexes.size()];
     }
 
 private:
-    std::array<const Row*, 64> m_apRows{};
+    std::array<unsigned long, 64> m_aiIndexes{};
 };
 
 } // namespace QnXmlLib16

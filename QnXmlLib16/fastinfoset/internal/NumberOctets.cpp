@@ -12,11 +12,11 @@ namespace {
 
 constexpr CWhitespaceUtils::WhitespaceRule kAsIs = CWhitespaceUtils::WhitespaceRule_None;
 
-std::size_t Store(std::uint64_t uValue, std::size_t nOctets, unsigned char* pOctets)
+void Store(std::uint64_t uValue, std::size_t nOctets, std::string& strOctets)
 {
+    strOctets.resize(nOctets);
     for (std::size_t n = nOctets; n-- > 0; uValue >>= 8)
-        pOctets[n] = static_cast<unsigned char>(uValue);
-    return nOctets;
+        strOctets[n] = static_cast<char>(uValue);
 }
 
 std::uint64_t Load(const unsigned char* pOctets, std::size_t nOctets)
@@ -100,26 +100,26 @@ std::string DecodeBooleans(const unsigned char* pOctets, std::size_t nLength)
 
 } // namespace
 
-std::size_t EncodeNumber(unsigned long iAlgorithm, const char* pszText, unsigned char* pOctets)
+void EncodeNumber(unsigned long iAlgorithm, const char* pszText, std::string& strOctets)
 {
     const std::string strText(pszText);
     switch (iAlgorithm) {
     case kAlgorithmShort:
         return Store(static_cast<std::uint64_t>(CConversions::i2FromString(strText, kAsIs)), 2,
-                     pOctets);
+                     strOctets);
     case kAlgorithmInt:
         return Store(static_cast<std::uint64_t>(CConversions::i4FromString(strText, kAsIs)), 4,
-                     pOctets);
+                     strOctets);
     case kAlgorithmLong:
         return Store(static_cast<std::uint64_t>(CConversions::i8FromString(strText, kAsIs)), 8,
-                     pOctets);
+                     strOctets);
     case kAlgorithmBoolean:
         // The count of unused bits, 3, in the high half; then the value and three times 0.
-        return Store(CConversions::booleanFromString(strText, kAsIs) ? 0x38 : 0x30, 1, pOctets);
+        return Store(CConversions::booleanFromString(strText, kAsIs) ? 0x38 : 0x30, 1, strOctets);
     case kAlgorithmFloat:
-        return Store(Bits<std::uint32_t>(CConversions::r4FromString(strText, kAsIs)), 4, pOctets);
+        return Store(Bits<std::uint32_t>(CConversions::r4FromString(strText, kAsIs)), 4, strOctets);
     case kAlgorithmDouble:
-        return Store(Bits<std::uint64_t>(CConversions::r8FromString(strText, kAsIs)), 8, pOctets);
+        return Store(Bits<std::uint64_t>(CConversions::r8FromString(strText, kAsIs)), 8, strOctets);
     }
     throw CQnException("Unknown byte encoding.");
 }

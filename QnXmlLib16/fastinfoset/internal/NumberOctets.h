@@ -18,16 +18,14 @@ constexpr unsigned long kAlgorithmDouble = 8;
 constexpr unsigned long kAlgorithmUuid = 9;
 constexpr unsigned long kAlgorithmCData = 10;
 
-constexpr std::size_t kLargestNumber = 8; // octets of one item
-
 constexpr bool IsNumberAlgorithm(unsigned long iAlgorithm)
 {
     return iAlgorithm >= kAlgorithmShort && iAlgorithm <= kAlgorithmDouble;
 }
 
-// Puts one value into pOctets, which has room for the largest, and returns the count of octets.
-// Fails as the conversion of the text does.
-std::size_t EncodeNumber(unsigned long iAlgorithm, const char* pszText, unsigned char* pOctets);
+// Replaces what strOctets held by one value. Fails as the conversion of the text does, and leaves
+// strOctets as it was then.
+void EncodeNumber(unsigned long iAlgorithm, const char* pszText, std::string& strOctets);
 
 // The text of nLength octets, which are not none. Fails as CFastInfosetBinaryData::GetAsString.
 std::string DecodeNumbers(unsigned long iAlgorithm, const unsigned char* pOctets,

@@ -13,13 +13,34 @@ bool IsAlphabet(std::string_view alphabet)
     return alphabet.size() >= kLeastAlphabet && alphabet.size() <= kLargestAlphabet;
 }
 
-unsigned int Position(std::string_view alphabet, char c)
+// The least width from 3 bits up that numbers the positions and keeps the value of all ones free.
+unsigned int AlphabetWidth(std::size_t nSize)
 {
-    const std::size_t nPosition = alphabet.find(c);
-    if (nPosition == std::string_view::npos)
-        throw CQnException(
-            "Failed to write FastInfoset. Invalid character not found for Restricted Alphabet.");
-    return static_cast<unsigned int>(nPosition);
+    unsigned int uWidth = 3;
+    while (std::size_t{1} << uWidth <= nSize)
+        ++uWidth;
+    return uWidth;
+}
+
+bool UnpackHalves(std::string_view alphabet, const unsigned char* pOctets, std::size_t nLength,
+                  std::string& strText)
+{
+    strText.resize(2 * nLength);
+    char* pText = strText.data();
+    for (std::size_t n = 0; n < nLength; ++n) {
+        const unsigned int uHigh = pOctets[n] >> 4;
+        const unsigned int uLow = pOctets[n] & 0xF;
+        if (uHigh >= alphabet.size())
+            return false;
+        *pText++ = alphabet[uHigh];
+        if (uLow == kFill)
+            break;
+        if (uLow >= alphabet.size())
+            return false;
+        *pText++ = alphabet[uLow];
+    }
+    strText.resize(static_cast<std::size_t>(pText - strText.data()));
+    return true;
 }
 
 // Takes values of a fixed width off a range, high bits first.
@@ -47,34 +68,53 @@ private:
 
 } // namespace
 
-unsigned int AlphabetWidth(std::size_t nSize)
-{
-    unsigned int uWidth = 3;
-    while (std::size_t{1} << uWidth <= nSize)
-        ++uWidth;
-    return uWidth;
-}
-
-void PackText(std::string_view alphabet, std::string_view text, std::string& strOctets)
+CAlphabetPacker::CAlphabetPacker(std::string_view alphabet)
 {
     if (!IsAlphabet(alphabet))
         throw CQnException("Failed to write FastInfoset. Invalid Restricted Alphabet. Alphabet "
                            "must contain between 2 and 2^20 characters.");
-    switch (AlphabetWidth(alphabet.size())) {
-    case 4:
-        for (std::size_t n = 0; n < text.size(); n += 2) {
-            const unsigned int uHigh = Position(alphabet, text[n]);
-            const unsigned int uLow = n + 1 < text.size() ? Position(alphabet, text[n + 1]) : kFill;
-            strOctets += static_cast<char>(uHigh << 4 | uLow);
+    const unsigned int uWidth = AlphabetWidth(alphabet.size());
+    if (uWidth != 4 && uWidth != 8)
+        throw CQnException(
+            "Failed to write FastInfoset. Unsupported Feature in AppendRestrictedAlphabetString.");
+    m_bHalves = uWidth == 4;
+    m_auPositions.fill(kNowhere);
+    for (std::size_t n = alphabet.size(); n-- > 0;)
+        m_auPositions[static_cast<unsigned char>(alphabet[n])] = static_cast<unsigned char>(n);
+}
+
+void CAlphabetPacker::Pack(std::string_view text, std::string& strOctets) const
+{
+    const auto position = [this](char c) {
+        return static_cast<unsigned int>(m_auPositions[static_cast<unsigned char>(c)]);
+    };
+    strOctets.resize(m_bHalves ? (text.size() + 1) / 2 : text.size());
+    char* pOctet = strOctets.data();
+    bool bStrange = false;
+    if (!m_bHalves) {
+        for (const char c : text) {
+            bStrange |= position(c) == kNowhere;
+            *pOctet++ = static_cast<char>(position(c));
         }
-        return;
-    case 8:
-        for (const char c : text)
-            strOctets += static_cast<char>(Position(alphabet, c));
-        return;
     }
-    throw CQnException(
-        "Failed to write FastInfoset. Unsupported Feature in AppendRestrictedAlphabetString.");
+    else {
+        unsigned int uAll = 0; // a position that fits a half has no high bits
+        const std::size_t nPairs = text.size() / 2 * 2;
+        for (std::size_t n = 0; n < nPairs; n += 2) {
+            const unsigned int uHigh = position(text[n]);
+            const unsigned int uLow = position(text[n + 1]);
+            uAll |= uHigh | uLow;
+            *pOctet++ = static_cast<char>(uHigh << 4 | uLow);
+        }
+        if (nPairs < text.size()) {
+            uAll |= position(text.back());
+            *pOctet = static_cast<char>(position(text.back()) << 4 | kFill);
+        }
+        bStrange = uAll > kFill;
+    }
+    if (bStrange)
+        throw CQnException(
+            "Failed to write FastInfoset. Invalid character not found for Restricted Alphabet.");
 }
 
 bool UnpackText(std::string_view alphabet, const unsigned char* pOctets, std::size_t nLength,
@@ -84,16 +124,16 @@ bool UnpackText(std::string_view alphabet, const unsigned char* pOctets, std::si
         throw CQnException("Failed to parse FastInfoset. Invalid Encoding of Restricted Alphabet. "
                            "Alphabet must contain between 2 and 2^20 characters.");
     const unsigned int uWidth = alphabet.size() > 3 ? AlphabetWidth(alphabet.size()) : 2;
-    // The end of a text takes no more than the rest of an octet: in whole octets nothing ends it,
-    // and in halves only a low one does.
+    if (uWidth == 4)
+        return UnpackHalves(alphabet, pOctets, nLength, strText);
+    strText.clear();
     const unsigned int uEnd = (1u << uWidth) - 1;
-    const std::size_t nCount = nLength * 8 / uWidth;
     CBitReader reader(pOctets, uWidth);
-    for (std::size_t n = 0; n < nCount; ++n) {
+    for (std::size_t n = nLength * 8 / uWidth; n > 0; --n) {
         const unsigned int uPosition = reader.GetBits();
-        const bool bMayEnd = uWidth == 8 ? false : uWidth != 4 || n % 2 != 0;
-        if (uPosition == uEnd && bMayEnd)
-            return true;
+        // In whole octets there is nothing left over that an end could fill.
+        if (uPosition == uEnd && uWidth != 8)
+            break;
         if (uPosition >= alphabet.size())
             return false;
         strText += alphabet[uPosition];
