@@ -97,7 +97,7 @@ std::string CXmlObjectBase::ToJson(bool bFormat, EOLType eol,
     CLicenceGate::GetGate()->Consult();
     CTextStream stream;
     WriteJson(*this, stream, bFormat, eol, context);
-    return stream.GetText();
+    return stream.CopyText();
 }
 
 CBinaryData CXmlObjectBase::ToJsonStream(bool bFormat, XmlEncoding encoding, EOLType eol,

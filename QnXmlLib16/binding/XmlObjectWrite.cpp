@@ -51,7 +51,7 @@ std::string CXmlObjectBase::ToXml(bool bIncludeDocHeader, bool bFormat, EOLType 
     CLicenceGate::GetGate()->Consult();
     CTextStream stream;
     WriteXml(*this, stream, bIncludeDocHeader, bFormat, eol, context);
-    return stream.GetText();
+    return stream.CopyText();
 }
 
 CBinaryData CXmlObjectBase::ToXmlStream(bool bIncludeDocHeader, bool bFormat, XmlEncoding encoding,

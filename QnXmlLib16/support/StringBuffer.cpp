@@ -40,10 +40,8 @@ const char* CStringBuffer::GetText()
         Block whole{std::unique_ptr<char[]>(new char[m_ulTotalLength + 1]), m_ulTotalLength};
         char* pEnd = whole.pText.get();
         for (const Block& block : m_vecBlocks) {
-            const unsigned long ulLength =
-                block.pText.get() == m_pCurrent ? m_ulUsed : block.ulSize;
-            std::memcpy(pEnd, block.pText.get(), ulLength);
-            pEnd += ulLength;
+            std::memcpy(pEnd, block.pText.get(), UsedOf(block));
+            pEnd += UsedOf(block);
         }
         *pEnd = '\0';
         m_vecBlocks.erase(m_vecBlocks.begin() + 1, m_vecBlocks.end());
@@ -52,6 +50,16 @@ const char* CStringBuffer::GetText()
         m_ulUsed = m_ulCurrentSize = m_ulTotalLength;
     }
     return m_pCurrent;
+}
+
+std::string CStringBuffer::CopyText() const
+{
+    std::string strText;
+    strText.reserve(m_ulTotalLength);
+    for (const Block& block : m_vecBlocks)
+        strText.append(block.pText.get(), UsedOf(block));
+    strText.resize(std::min(strText.size(), strText.find('\0')));
+    return strText;
 }
 
 void CStringBuffer::SetText(const char* pszText)

@@ -34,6 +34,9 @@ public:
     // the buffer grows or is emptied.
     const char* GetText();
 
+    // The text up to its first zero byte, without joining the blocks.
+    std::string CopyText() const;
+
     void SetText(const char* pszText);
 
     // The first two stop at the first zero byte.
@@ -71,6 +74,10 @@ private:
         unsigned long ulSize;
     };
 
+    unsigned long UsedOf(const Block& block) const
+    {
+        return block.pText.get() == m_pCurrent ? m_ulUsed : block.ulSize;
+    }
     void AddNewBlock();
     void AppendAcrossBlocks(const char* pText, std::size_t uLength);
 

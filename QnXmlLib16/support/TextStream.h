@@ -29,6 +29,8 @@ public:
 
     // Never null; valid until the stream grows or is emptied. Ends at the first zero character.
     const char* GetText() const { return m_buffer.GetText(); }
+    // The same text as a copy, which for a long one takes less time and room.
+    std::string CopyText() const { return m_buffer.CopyText(); }
 
     // The text as UTF-8, or, for the encodings 2 and 3, as native wide characters of 4 bytes
     // without a byte order mark. Throws CQnException for any other encoding.

@@ -18,6 +18,7 @@ TEST(StringBuffer, HoldsTextWholeAcrossBlocks)
             buffer.Append(strPiece.c_str());
             buffer.Append(strPiece.data(), strPiece.size());
             strExpected += strPiece + "-" + strPiece + strPiece;
+            EXPECT_EQ(buffer.CopyText(), strExpected);
             if (i % 100 == 50) { // joined, and appended to again
                 EXPECT_EQ(buffer.GetText(), strExpected);
             }
@@ -46,6 +47,7 @@ TEST(StringBuffer, StopsAtAZeroByteSaveForASingleCharacter)
     buffer.Append('\0');
     buffer.Append("c");
     EXPECT_EQ(buffer.GetLength(), 3u);
+    EXPECT_EQ(buffer.CopyText(), "a");
     EXPECT_STREQ(buffer.GetText(), "a");
     EXPECT_EQ(buffer.GetText()[2], 'c');
     buffer.Append(static_cast<const char*>(nullptr));
