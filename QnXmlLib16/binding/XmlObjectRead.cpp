@@ -1,5 +1,6 @@
 #include "QnXmlLib16/binding/SerializationContext.h"
 #include "QnXmlLib16/binding/XmlObjectBase.h"
+#include "QnXmlLib16/binding/internal/SiblingScan.h"
 #include "QnXmlLib16/collections/Element.h"
 #include "QnXmlLib16/licensing/LicenceGate.h"
 #include "QnXmlLib16/support/Exceptions.h"
@@ -30,6 +31,9 @@ void ReadElement(CXmlObjectBase& object, CXmlElement* pElement,
 {
     if (!pElement)
         throw CQnInvalidParamException("The element may not be NULL");
+    // A setter may read one document in the middle of another, into a class without an element of
+    // its own: what is found out about siblings then goes with their tree.
+    const CSiblingScan scan;
     CXmlObjectBase::FromXml_Int(&object, pElement, pElement->GetFirstElement(), context);
 }
 

@@ -90,6 +90,25 @@ TEST(UnknownElements, AreSkippedInFrontOfAGroupWithoutChangingWhatItReads)
                         });
 }
 
+TEST(UnknownElements, OfADocumentAreForgottenWithIt)
+{
+    const CTables pair(
+        kSequence, kPseudo,
+        {Prim<CElementInfoSeqPrimMnd>("b", 0), Prim<CElementInfoSeqPrimMnd>("c", 1)});
+    const CTables owner(kSequence, kReal,
+                        {Prim<CElementInfoSeqPrimMnd>("a", 0),
+                         new CElementInfoSeqClsMnd("g", "", 1, kPseudo, MakeSheet, 0, false)},
+                        {}, {HeldSheet(1, pair)});
+    const CSmartPtr<CSheet> pOwner(new CSheet(owner));
+    std::string strInner;
+    pOwner->m_before = [&](int nProperty, bool) {
+        if (nProperty == 0)
+            strInner = Read(pair, "<x/><b>1</b><x/><c>2</c>", "u");
+    };
+    EXPECT_EQ(Read(*pOwner, "<a>0</a><x/><b>3</b><x/><c>4</c>", "u"), "0:0 1:{0:3 1:4}");
+    EXPECT_EQ(strInner, "0:1 1:2");
+}
+
 // Hundreds of thousands of siblings: seconds if all were gone through once, days if once per
 // sibling.
 TEST(UnknownElements, CostTheSameEachInFrontOfAnyGroup)

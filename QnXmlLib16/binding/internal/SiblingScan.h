@@ -26,7 +26,8 @@ class CXmlElement;
 // one behind it.
 //
 // One object stands for the element that is being read on this thread, the latest for the
-// innermost. Where none stands, nothing is known and nothing is noted.
+// innermost, and one for the document around it. Where none stands, nothing is known and nothing
+// is noted.
 class CSiblingScan
 {
 public:
