@@ -14,6 +14,7 @@ using namespace Model;
 namespace {
 
 constexpr auto kAll = XmlElementGroupType_All;
+constexpr auto kOther = static_cast<XmlElementType>(2);
 
 // Members of every class of the family but the collections; numbers are those of the properties.
 const CTables& Kit()
@@ -96,6 +97,14 @@ TEST(AllGroup, AMandatoryMemberIsMissedOnceAllElementsAreRead)
          "<a><jaw>1</jaw></a>",
          true},
         {new CElementInfoAllClsMnd("a", "", 0, kPseudo, MakeSheet, 0, false),
+         {span},
+         "<from>1</from>",
+         false},
+        {new CElementInfoAllClsMnd("a", "", 0, kOther, MakeSheet, 0, false),
+         {span},
+         "<from>1</from>",
+         true},
+        {new CElementInfoAllClsMnd("a", "", 0, kOther, MakeSheet, 0, true),
          {span},
          "<from>1</from>",
          false},

@@ -394,7 +394,10 @@ TEST(PseudoChildAttributes, AreWrittenIntoTheElementAroundThem)
         {new CElementInfoSeqClsMnd("g", "", 0, kPseudo, MakeSheet, 0, false),
          new CElementInfoSeqClsOpt("v", "", 1, kReal, MakeSheet, Vice().GetClassId()),
          new CElementInfoSeqAbsClsMnd("h", "", 2, kPseudo, MakeTool),
-         new CElementInfoSeqClsCol("i", "", 3, kPseudo)},
+         new CElementInfoSeqClsCol("i", "", 3, kPseudo),
+         // Any other type lifts none.
+         new CElementInfoSeqClsOpt("j", "", 4, static_cast<XmlElementType>(2), MakeSheet,
+                                   Span().GetClassId())},
         {}, {HeldSheet(0, Span()), HeldItems(3, [] { return MakeSpans(""); })});
     const CSmartPtr<CSheet> pSheet(new CSheet(tables));
     const auto makeSpan = [](int nFrom, const char* pszUnit) {
@@ -407,9 +410,10 @@ TEST(PseudoChildAttributes, AreWrittenIntoTheElementAroundThem)
     pSheet->m_values[2].SetXmlObject(makeSpan(2, "cm").GetPtr());
     static_cast<CSheetCol*>(pSheet->m_values[3].PeekXmlCollection())
         ->Add(makeSpan(3, "km").GetPtr());
+    pSheet->m_values[4].SetXmlObject(makeSpan(4, "ft").GetPtr());
     EXPECT_EQ(pSheet->ToXml(false, false, EOLType_LF, CSerializationContext()),
               "<r unit=\"mm\" unit=\"cm\" unit=\"km\"><from>1</from><from>2</from><from>3</from>"
-              "</r>");
+              "<from>4</from></r>");
     // They come back where neither class is strict, and the optional ones only with elements.
     const CSmartPtr<CSheet> pRead(new CSheet(tables));
     EXPECT_EQ(Failure([&] {
