@@ -49,7 +49,6 @@ public:
     // The current value of the property; fails as InvokePropertyGet does.
     void ReadProperty(const CXmlGeneratedClass* pObject, QnVariant& value) const;
 
-protected:
     // AccessProperty, with a CQnException from it wrapped into CQnValidationException "Failed to
     // get the property value for [%s]." or, with the attribute's path, "Failed to set the property
     // value.".
@@ -62,6 +61,7 @@ protected:
                           const char* pszTargetNamespace, const CSerializationContext& context);
     static std::string GetTargetNamespace(const CXmlObjectBase* pObject);
 
+protected:
     // What the attributes with a value of their own share.
 
     // Whether there is something to write. A nil value counts as none, and comes back as none; one

@@ -84,7 +84,6 @@ public:
     // value for [%s]." around a CQnException from the class.
     void ReadProperty(const CXmlGeneratedClass* pObject, QnVariant& value) const;
 
-protected:
     // AccessProperty, with a CQnException from it wrapped into CQnValidationException "Failed to
     // get the property value for [%s]." or, with the element's path, "Failed to set the property
     // value.".
@@ -108,6 +107,7 @@ protected:
     static std::string GetAnyDefaultNamespace(const char* pszNamespaces, const char* pszNamespace,
                                               const char* pszTargetNamespace);
 
+protected:
     // Shared writers. True if something was written; a property that is not set writes nothing.
 
     // Writes the value, nil included. A value equal to the default is not checked against the
