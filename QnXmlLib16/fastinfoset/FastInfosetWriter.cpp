@@ -99,8 +99,8 @@ unsigned char Octet(unsigned long i)
     return static_cast<unsigned char>(i);
 }
 
-// What follows in the first octet of an integer, by its band, and where the bands begin. The last
-// band takes an octet more than the one before, and only what is in use of it.
+// What follows in the first octet of an integer, by its band, where the bands begin, and what is
+// taken off in the last one. On bit 2 there is no fourth band.
 struct IntegerForm
 {
     unsigned char uTwoOctets;
@@ -216,26 +216,60 @@ inline bool IsKnown(unsigned long iIndex, const CFIVocabulary::CIndexMap& map,
 // The two places that a qualified name can stand in.
 struct CFastInfosetWriter::NameForm
 {
-    void (CFastInfosetWriter::*pfnIndex)(unsigned char, unsigned long);
+    const IntegerForm& index;
     unsigned char uLiteral; // with the flags of prefix and namespace below it
+
+    // Leaves the key of the name in the writer's m_strKey.
+    template <class TMap>
+    void Write(CFastInfosetWriter& writer, unsigned char uBits, const std::string& strPrefix,
+               const std::string& strNamespace, const std::string& strLocalName, TMap& map) const
+    {
+        MakeNameKey(writer.m_strKey, strPrefix, strNamespace, strLocalName);
+        unsigned long iIndex = 0;
+        if (writer.m_pVocabulary->FindIndex(map, writer.m_strKey, iIndex)) {
+            AppendInteger(writer.m_stream, index, uBits, iIndex);
+            return;
+        }
+        writer.LiteralName(*this, uBits, strPrefix, strNamespace, strLocalName);
+        writer.m_pVocabulary->AddValueToMap(writer.m_strKey, map);
+    }
 
     static const NameForm kBit2;
     static const NameForm kBit3;
 };
 
-const CFastInfosetWriter::NameForm CFastInfosetWriter::NameForm::kBit2 = {
-    &CFastInfosetWriter::Integer1To2pw20Bit2, 0x78};
-const CFastInfosetWriter::NameForm CFastInfosetWriter::NameForm::kBit3 = {
-    &CFastInfosetWriter::Integer1To2pw20Bit3, 0x3C};
+const CFastInfosetWriter::NameForm CFastInfosetWriter::NameForm::kBit2 = {kIntegerBit2, 0x78};
+const CFastInfosetWriter::NameForm CFastInfosetWriter::NameForm::kBit3 = {kIntegerBit3, 0x3C};
 
 // The two places that a value can stand in: bit 3 for attribute values, bit 5 for chunks.
 struct CFastInfosetWriter::ValueForm
 {
     const LengthForm& length;
+    const IntegerForm& index;
+    unsigned char uIndex;
+    unsigned char uAdd;
     unsigned char uAlphabet;
     unsigned char uAlgorithm;
     unsigned int uNumberShift; // of an alphabet's or algorithm's number in the second octet
     const char* pszUnknownKind;
+
+    // False, and nothing has happened, for a value without octets.
+    template <class TMap>
+    bool Write(CFastInfosetWriter& writer, unsigned char uBits, const std::string& strValue,
+               TMap& map, unsigned long iMaxAddLength, ItemType eType) const
+    {
+        const bool bAdd = !strValue.empty() && strValue.size() < iMaxAddLength;
+        unsigned long iIndex = 0;
+        if (bAdd && writer.m_pVocabulary->FindIndex(map, strValue, iIndex)) {
+            AppendInteger(writer.m_stream, index, Octet(uBits | uIndex), iIndex);
+            return true;
+        }
+        if (!writer.WriteValue(*this, Octet(uBits | (bAdd ? uAdd : 0)), strValue, eType))
+            return false;
+        if (bAdd)
+            writer.m_pVocabulary->AddValueToMap(strValue, map);
+        return true;
+    }
 
     static const ValueForm kBit3;
     static const ValueForm kBit5;
@@ -244,11 +278,15 @@ struct CFastInfosetWriter::ValueForm
 // Deliberate: each text names the function of the length that would follow, and the one on UTF-16
 // is the same for both. Pinned by FastInfosetWriter.SettingsThatNoFormHasAreRefused.
 const CFastInfosetWriter::ValueForm CFastInfosetWriter::ValueForm::kBit3 = {
-    kLengthBit5, 0x20, 0x30, 4,
-    "Failed to write FastInfoset. Unknown encoding in EncodedCharacterStringBit5."};
+    kLengthBit5, kIntegerBit2,
+    kIndexBit1,  kAddValue,
+    0x20,        0x30,
+    4,           "Failed to write FastInfoset. Unknown encoding in EncodedCharacterStringBit5."};
 const CFastInfosetWriter::ValueForm CFastInfosetWriter::ValueForm::kBit5 = {
-    kLengthBit7, 0x08, 0x0C, 2,
-    "Failed to write FastInfoset. Unknown encoding in EncodedCharacterStringBit7."};
+    kLengthBit7, kIntegerBit4,
+    kChunkIndex, kAddChunk,
+    0x08,        0x0C,
+    2,           "Failed to write FastInfoset. Unknown encoding in EncodedCharacterStringBit7."};
 
 CFastInfosetWriter::CFastInfosetWriter(const CFastInfosetContext& context, CBinaryStream& stream)
     : CXmlWriter("CFastInfosetWriter"),
@@ -294,9 +332,8 @@ void CFastInfosetWriter::WriteString(const std::string& strValue, ItemType eType
     if (m_pPending)
         WriteElement(false);
     EndAttributes(RequireContext());
-    if (!strValue.empty())
-        NonIdentifyingStringOrIndexBit3(kChunk, strValue, m_pVocabulary->m_mapCharacterChunks,
-                                        m_context.GetElementMaxAddLength(), eType);
+    ValueForm::kBit5.Write(*this, kChunk, strValue, m_pVocabulary->m_mapCharacterChunks,
+                           m_context.GetElementMaxAddLength(), eType);
 }
 
 void CFastInfosetWriter::WriteEndElement()
@@ -328,11 +365,10 @@ void CFastInfosetWriter::WriteAttributeString(const std::string& strName,
         AppendInteger(m_stream, kIntegerBit2, 0, iKnown);
     }
     else {
-        QualifiedNameOrIndexBit2(0, *pPrefix, strNamespace, strName, map);
+        NameForm::kBit2.Write(*this, 0, *pPrefix, strNamespace, strName, map);
         iKnown = map.Find(m_strKey);
     }
-    NonIdentifyingStringOrIndexBit1(strValue, m_pVocabulary->m_mapAttributeValues,
-                                    m_context.GetAttributeMaxAddLength(), eType);
+    AttributeValue(strValue, eType);
 }
 
 void CFastInfosetWriter::WriteAttributeType(const std::string& strNamespace,
@@ -346,11 +382,9 @@ void CFastInfosetWriter::WriteAttributeType(const std::string& strNamespace,
     }
     bool bNew;
     const std::string& strPrefix = ObtainPrefix(context, strNamespace, bNew);
-    QualifiedNameOrIndexBit2(0, strPrefix, bNew ? strNamespace : XSI_NAMESPACE,
-                             bNew ? strTypeName : kTypeName, m_pVocabulary->m_mapAttributeNames);
-    NonIdentifyingStringOrIndexBit1(strPrefix + ':' + strTypeName,
-                                    m_pVocabulary->m_mapAttributeValues,
-                                    m_context.GetAttributeMaxAddLength(), eType);
+    NameForm::kBit2.Write(*this, 0, strPrefix, bNew ? strNamespace : XSI_NAMESPACE,
+                          bNew ? strTypeName : kTypeName, m_pVocabulary->m_mapAttributeNames);
+    AttributeValue(strPrefix + ':' + strTypeName, eType);
 }
 
 void CFastInfosetWriter::WriteAttributeNil()
@@ -411,7 +445,8 @@ void CFastInfosetWriter::WriteElement(bool bHasAttributes)
         AppendInteger(m_stream, kIntegerBit3, uBits, iKnown);
     }
     else {
-        QualifiedNameOrIndexBit3(uBits, *pPrefix, context.m_strNamespace, context.m_strName, map);
+        NameForm::kBit3.Write(*this, uBits, *pPrefix, context.m_strNamespace, context.m_strName,
+                              map);
         iKnown = map.Find(m_strKey);
     }
     m_pContext = m_pPending.release();
@@ -445,7 +480,7 @@ void CFastInfosetWriter::PrefixString(const std::string& strPrefix)
 {
     unsigned long iIndex = 0;
     if (m_pVocabulary->FindPrefixNameIndex(strPrefix, iIndex)) {
-        Integer1To2pw20Bit2(kIndexBit1, iIndex);
+        AppendInteger(m_stream, kIntegerBit2, kIndexBit1, iIndex);
         return;
     }
     NonEmptyOctetUTF8StringBit2(0, strPrefix);
@@ -456,7 +491,7 @@ void CFastInfosetWriter::NamespaceString(const std::string& strNamespace)
 {
     unsigned long iIndex = 0;
     if (m_pVocabulary->FindNamespaceNameIndex(strNamespace, iIndex)) {
-        Integer1To2pw20Bit2(kIndexBit1, iIndex);
+        AppendInteger(m_stream, kIntegerBit2, kIndexBit1, iIndex);
         return;
     }
     NonEmptyOctetUTF8StringBit2(0, strNamespace);
@@ -467,7 +502,7 @@ void CFastInfosetWriter::LocalNameString(const std::string& strLocalName)
 {
     unsigned long iIndex = 0;
     if (m_pVocabulary->FindLocalNameIndex(strLocalName, iIndex)) {
-        Integer1To2pw20Bit2(kIndexBit1, iIndex);
+        AppendInteger(m_stream, kIntegerBit2, kIndexBit1, iIndex);
         return;
     }
     NonEmptyOctetUTF8StringBit2(0, strLocalName);
@@ -521,30 +556,23 @@ void CFastInfosetWriter::Integer1To2pw20Bit4(unsigned char uBits, unsigned long 
 void CFastInfosetWriter::QualifiedNameOrIndexBit2(unsigned char uBits, const std::string& strPrefix,
                                                   const std::string& strNamespace,
                                                   const std::string& strLocalName,
-                                                  CFIVocabulary::CIndexMap& map)
+                                                  CFIVocabulary::CTextMap& map)
 {
-    QualifiedNameOrIndex(NameForm::kBit2, uBits, strPrefix, strNamespace, strLocalName, map);
+    NameForm::kBit2.Write(*this, uBits, strPrefix, strNamespace, strLocalName, map);
 }
 
 void CFastInfosetWriter::QualifiedNameOrIndexBit3(unsigned char uBits, const std::string& strPrefix,
                                                   const std::string& strNamespace,
                                                   const std::string& strLocalName,
-                                                  CFIVocabulary::CIndexMap& map)
+                                                  CFIVocabulary::CTextMap& map)
 {
-    QualifiedNameOrIndex(NameForm::kBit3, uBits, strPrefix, strNamespace, strLocalName, map);
+    NameForm::kBit3.Write(*this, uBits, strPrefix, strNamespace, strLocalName, map);
 }
 
-void CFastInfosetWriter::QualifiedNameOrIndex(const NameForm& form, unsigned char uBits,
-                                              const std::string& strPrefix,
-                                              const std::string& strNamespace,
-                                              const std::string& strLocalName,
-                                              CFIVocabulary::CIndexMap& map)
+void CFastInfosetWriter::LiteralName(const NameForm& form, unsigned char uBits,
+                                     const std::string& strPrefix, const std::string& strNamespace,
+                                     const std::string& strLocalName)
 {
-    MakeNameKey(m_strKey, strPrefix, strNamespace, strLocalName);
-    if (const unsigned long iIndex = map.Find(m_strKey)) {
-        (this->*form.pfnIndex)(uBits, iIndex);
-        return;
-    }
     for (const std::string* pPart : {&strPrefix, &strNamespace})
         if (!pPart->empty())
             CheckName(*pPart);
@@ -561,43 +589,31 @@ void CFastInfosetWriter::QualifiedNameOrIndex(const NameForm& form, unsigned cha
     if (!strNamespace.empty())
         NamespaceString(strNamespace);
     LocalNameString(strLocalName);
-    m_pVocabulary->AddValueToMap(m_strKey, map);
 }
 
 void CFastInfosetWriter::NonIdentifyingStringOrIndexBit1(const std::string& strValue,
-                                                         CFIVocabulary::CIndexMap& map,
+                                                         CFIVocabulary::CTextMap& map,
                                                          unsigned long iMaxAddLength,
                                                          ItemType eType)
 {
-    const bool bAdd = !strValue.empty() && strValue.size() < iMaxAddLength;
-    if (bAdd) {
-        if (const unsigned long iIndex = map.Find(strValue)) {
-            AppendInteger(m_stream, kIntegerBit2, kIndexBit1, iIndex);
-            return;
-        }
-    }
-    if (!WriteValue(ValueForm::kBit3, bAdd ? kAddValue : 0, strValue, eType))
+    if (!ValueForm::kBit3.Write(*this, 0, strValue, map, iMaxAddLength, eType))
         Integer0To2pw20Bit2(kIndexBit1, 0);
-    else if (bAdd)
-        m_pVocabulary->AddValueToMap(strValue, map);
 }
 
 void CFastInfosetWriter::NonIdentifyingStringOrIndexBit3(unsigned char uBits,
                                                          const std::string& strValue,
-                                                         CFIVocabulary::CIndexMap& map,
+                                                         CFIVocabulary::CTextMap& map,
                                                          unsigned long iMaxAddLength,
                                                          ItemType eType)
 {
-    const bool bAdd = !strValue.empty() && strValue.size() < iMaxAddLength;
-    if (bAdd) {
-        if (const unsigned long iIndex = map.Find(strValue)) {
-            AppendInteger(m_stream, kIntegerBit4, Octet(uBits | kChunkIndex), iIndex);
-            return;
-        }
-    }
-    if (WriteValue(ValueForm::kBit5, Octet(uBits | (bAdd ? kAddChunk : 0)), strValue, eType) &&
-        bAdd)
-        m_pVocabulary->AddValueToMap(strValue, map);
+    ValueForm::kBit5.Write(*this, uBits, strValue, map, iMaxAddLength, eType);
+}
+
+void CFastInfosetWriter::AttributeValue(const std::string& strValue, ItemType eType)
+{
+    if (!ValueForm::kBit3.Write(*this, 0, strValue, m_pVocabulary->m_mapAttributeValues,
+                                m_context.GetAttributeMaxAddLength(), eType))
+        Integer0To2pw20Bit2(kIndexBit1, 0);
 }
 
 void CFastInfosetWriter::EncodedCharacterStringBit3(unsigned char uBits,
