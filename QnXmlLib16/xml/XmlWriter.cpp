@@ -299,7 +299,9 @@ CXmlWriter::ContextPtr CXmlWriter::NewContext(const std::string& strName,
     else {
         pContext = m_pSpares;
         pContext->m_strName = strName;
-        pContext->m_strNamespace = strNamespace;
+        // Most elements share it, and a comparison costs less than a copy.
+        if (pContext->m_strNamespace != strNamespace)
+            pContext->m_strNamespace = strNamespace;
         m_pSpares = pContext->m_pOuter;
         pContext->InheritFrom(*m_pContext);
     }
