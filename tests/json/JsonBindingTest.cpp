@@ -1,0 +1,333 @@
+// Bound objects through JSON: the GPX model on whole documents, and what becomes of each shape that
+// the mapping loses.
+
+#include "QnXmlLib16/binding/ElementInfoSeq.h"
+#include "QnXmlLib16/binding/SerializationContext.h"
+#include "QnXmlLib16/json/JsonContext.h"
+#include "QnXmlLib16/json/JsonTextReader.h"
+#include "QnXmlLib16/values/BinaryData.h"
+#include "examples/gpx/model/BoundsType.h"
+#include "examples/gpx/model/ExtensionsType.h"
+#include "examples/gpx/model/GpxType.h"
+#include "examples/gpx/model/LinkType.h"
+#include "examples/gpx/model/MetadataType.h"
+#include "examples/gpx/model/PersonType.h"
+#include "examples/gpx/model/RteType.h"
+#include "examples/gpx/model/TrkType.h"
+#include "examples/gpx/model/TrksegType.h"
+#include "examples/gpx/model/WptType.h"
+#include "tests/model/Sheet.h"
+#include "tests/model/Ship.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <gtest/gtest.h>
+#include <string>
+
+using namespace QnXmlLib16;
+using namespace Gpx;
+
+namespace {
+
+const JsonRoundTrip kRoundTrips[] = {JsonRoundTrip_None, JsonRoundTrip_NoNamespaces,
+                                     JsonRoundTrip_Full};
+
+// Names below the root need the prefix of their namespace with JsonRoundTrip_Full.
+CSerializationContext MakeJsonContext(JsonRoundTrip eRoundTrip)
+{
+    CSerializationContext context;
+    context.GetJsonContext().SetSupportRoundtrip(eRoundTrip);
+    context.GetNamespaceAliases().Add("xsi", "http://www.w3.org/2001/XMLSchema-instance");
+    context.GetNamespaceAliases().Add("eq", "urn:example:equipment");
+    return context;
+}
+
+std::string Write(const CXmlObjectBase& object)
+{
+    return object.ToXml(true, false, EOLType_LF, CSerializationContext::m_defaultContext);
+}
+
+CSmartPtr<CGpxType> Load(const std::string& strPath)
+{
+    const CSmartPtr<CGpxType> pDocument = new CGpxType;
+    pDocument->FromXmlFile(strPath.c_str(), CSerializationContext::m_defaultContext);
+    return pDocument;
+}
+
+CSmartPtr<CGpxType> Parse(const std::string& strContent)
+{
+    const CSmartPtr<CGpxType> pDocument = new CGpxType;
+    pDocument->FromXml(("<gpx xmlns='http://www.topografix.com/GPX/1/1'"
+                        " xmlns:eq='urn:example:equipment' version='1.1' creator='test'>" +
+                        strContent + "</gpx>")
+                           .c_str(),
+                       CSerializationContext::m_defaultContext);
+    return pDocument;
+}
+
+// Through JSON into the copy. What comes out is its XML, or the failure: the words without the
+// place and without the XML text that a failure to bind shows.
+std::string ThroughJson(const CXmlObjectBase& object, CXmlObjectBase& copy,
+                        JsonRoundTrip eRoundTrip, bool bFormat = true)
+{
+    const CSerializationContext context = MakeJsonContext(eRoundTrip);
+    try {
+        const std::string strJson = object.ToJson(bFormat, EOLType_LF, context);
+        copy.FromJson(strJson.c_str(), context);
+        return Write(copy);
+    }
+    catch (const CQnException& e) {
+        const CQnException* pLast = &e;
+        while (pLast->GetInnerException())
+            pLast = pLast->GetInnerException();
+        const std::string strWords = pLast->GetMessage();
+        return strWords.substr(0, std::min(strWords.find(" at line "), strWords.find('\n')));
+    }
+}
+
+std::string ThroughJson(const CGpxType& document, JsonRoundTrip eRoundTrip)
+{
+    const CSmartPtr<CGpxType> pCopy = new CGpxType;
+    return ThroughJson(document, *pCopy, eRoundTrip);
+}
+
+// What has only attributes or content of other schemas goes, or gets an element; so do texts with
+// quotation marks and line feeds, and the collections that stand in front of something else.
+void RemoveLosingShapes(CMetadataType& metadata)
+{
+    metadata.SetDesc(std::nullopt);
+    metadata.SetAuthor(nullptr);
+    metadata.GetLink()->Clear();
+    metadata.SetBounds(nullptr);
+    metadata.SetExtensions(nullptr);
+}
+
+void RemoveLosingShapes(CGpxType& document)
+{
+    if (const CSmartPtr<CMetadataType> pMetadata = document.GetMetadata())
+        RemoveLosingShapes(*pMetadata);
+    document.GetWpt()->Clear(); // the tracks stand behind them
+    document.GetRte()->Clear();
+    document.SetExtensions(nullptr);
+    for (int iTrack = 0; iTrack < document.GetTrk()->GetCount(); ++iTrack) {
+        const CSmartPtr<CTrkType> pTrack = document.GetTrk()->Item(iTrack);
+        pTrack->SetDesc(std::nullopt);
+        pTrack->GetLink()->Clear();
+        pTrack->SetExtensions(nullptr);
+        for (int iSegment = 0; iSegment < pTrack->GetTrkseg()->GetCount(); ++iSegment) {
+            const CSmartPtr<CTrksegType> pSegment = pTrack->GetTrkseg()->Item(iSegment);
+            pSegment->SetExtensions(nullptr);
+            for (int i = 0; i < pSegment->GetTrkpt()->GetCount(); ++i) {
+                const CSmartPtr<CWptType> pPoint = pSegment->GetTrkpt()->Item(i);
+                pPoint->SetEle(CDecimal("12.5")); // besides the attributes
+                pPoint->SetExtensions(nullptr);
+            }
+        }
+    }
+}
+
+const char* const kMemberInArray = "Expected Array separator character ',', found ':'";
+const char* const kNoVersion = "Failed to find the required Attribute [version].";
+
+} // namespace
+
+TEST(JsonBinding, DocumentsComeBackWithoutTheLosingShapes)
+{
+    // What becomes of the whole document with each value: "" if it comes back, or the failure.
+    struct Row
+    {
+        std::string strPath;
+        std::string strNone;
+        std::string strNoNamespaces;
+        std::string strFull;
+    };
+    const std::string strShared = QNXML_SHARED_DATA "/gpx/";
+    const std::string strQuote = "Expected Object separator character ',', found '\"'";
+    const Row rows[] = {
+        // The quotation mark in the description of the document ends its text.
+        {QNXML_EXAMPLES "/gpx/every-feature.gpx", strQuote, strQuote, strQuote},
+        // Has just what JSON keeps: metadata, and points with their times in a single track behind
+        // it. Attributes come back as elements with the value 0, so the first required one is
+        // missed.
+        {strShared + "strava_ride_plain.gpx", kNoVersion, "", ""},
+        // A link of the metadata stands in front of the time, which comes to stand in the array.
+        {strShared + "expertgps_trail_cdata.gpx", kMemberInArray, kMemberInArray, kMemberInArray},
+        {strShared + "waymarkedtrails_oneline.gpx", kMemberInArray, kMemberInArray, kMemberInArray},
+        // With content of other schemas besides, whose namespaces have no alias.
+        {strShared + "etrex20x_car_extensions.gpx", kMemberInArray, kMemberInArray,
+         "Unknown Namespace: TrackExtension."},
+        {strShared + "garmin_connect_run_tpx.gpx", kMemberInArray, kMemberInArray,
+         "Unknown Namespace: TrackPointExtension."},
+    };
+    std::string strMissing;
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.strPath);
+        if (!std::filesystem::exists(row.strPath)) {
+            strMissing += " " + row.strPath;
+            continue;
+        }
+        const CSmartPtr<CGpxType> pDocument = Load(row.strPath);
+        const std::string strXml = Write(*pDocument);
+        const auto expect = [&](const std::string& strFailure) {
+            return strFailure.empty() ? strXml : strFailure;
+        };
+        EXPECT_EQ(ThroughJson(*pDocument, JsonRoundTrip_None), row.strNone);
+        EXPECT_EQ(ThroughJson(*pDocument, JsonRoundTrip_NoNamespaces), expect(row.strNoNamespaces));
+        EXPECT_EQ(ThroughJson(*pDocument, JsonRoundTrip_Full), expect(row.strFull));
+
+        RemoveLosingShapes(*pDocument);
+        ASSERT_GT(pDocument->GetTrk()->Item(0)->GetTrkseg()->Item(0)->GetTrkpt()->GetCount(), 1);
+        EXPECT_EQ(ThroughJson(*pDocument, JsonRoundTrip_None), kNoVersion);
+        EXPECT_EQ(ThroughJson(*pDocument, JsonRoundTrip_NoNamespaces), Write(*pDocument));
+        EXPECT_EQ(ThroughJson(*pDocument, JsonRoundTrip_Full), Write(*pDocument));
+    }
+    if (!strMissing.empty())
+        GTEST_SKIP() << "missing:" << strMissing;
+}
+
+TEST(JsonBinding, EachShapeComesBackAsTheMappingHasIt)
+{
+    const char* const pszEmpty =
+        "Expected Value '{', '[', '\"', '0-9', '-', 'true', 'false' or 'null', found '}'";
+    struct Row
+    {
+        const char* pszContent; // of gpx
+        std::string strPlain;   // what comes back with the value 1: content or a failure
+        std::string strFull;    // with the value 2
+    };
+    const char* const pszSame = "";
+    const auto point = [](const std::string& strChildren) {
+        return "<wpt lat='1' lon='2'>" + strChildren + "</wpt>";
+    };
+    const Row rows[] = {
+        {"<trk><name>t</name><trkseg><trkpt lat='-1' lon='2'><ele>1.5</ele>"
+         "<time>2026-05-09T06:31:00.25Z</time><fix>3d</fix><sat>4</sat></trkpt></trkseg></trk>",
+         pszSame, pszSame},
+        {"<wpt lat='1' lon='2'><name/><desc>a\tb &amp; &lt; /* c */ \x7F</desc></wpt>", pszSame,
+         pszSame},
+        // An object that ends with an attribute leaves its element open.
+        {"<wpt lat='1' lon='2'/>", "An Element has not been closed.",
+         "An Element has not been closed."},
+        {"<metadata><bounds minlat='1' minlon='2' maxlat='3' maxlon='4'/></metadata>",
+         "An Element has not been closed.", "An Element has not been closed."},
+        // What follows moves into it, and the closing brace of the document makes up for the end.
+        {"<metadata><author><email id='i' domain='d'/><link href='h'><text>t</text></link>"
+         "</author></metadata>",
+         "Failed read all the elements held within the element [email]. The unexpected element "
+         "[link] remains un processed",
+         "Failed read all the elements held within the element [email]. The unexpected element "
+         "[link] remains un processed"},
+        // Content of other schemas writes its text even if it is empty, which ends the element. It
+        // has no namespace with the value 1.
+        {"<metadata><extensions><eq:a k='1'/><eq:a k='2'>y</eq:a></extensions></metadata>",
+         "<metadata><extensions><a xmlns='' k='1'/><a xmlns='' k='2'>y</a></extensions></metadata>",
+         pszSame},
+        // A key with nothing behind it.
+        {"<wpt lat='1' lon='2'><extensions/></wpt>", pszEmpty, pszEmpty},
+        // The bracket of a collection closes at the end of the parent.
+        {"<wpt lat='1' lon='2'><name>n</name></wpt><trk><name>t</name></trk>", kMemberInArray,
+         kMemberInArray},
+        // Plain values open no bracket, and one is closed nevertheless.
+        {"<wpt lat='1' lon='2'><extensions><eq:a>x</eq:a></extensions></wpt>",
+         "Expected Object separator character ',', found ']'",
+         "Expected Object separator character ',', found ']'"},
+        // Quotation marks and backslashes go unescaped.
+        {"<wpt lat='1' lon='2'><desc>say \"x\"</desc></wpt>",
+         "Expected Object separator character ',', found 'x'",
+         "Expected Object separator character ',', found 'x'"},
+        {"<wpt lat='1' lon='2'><desc>a\", \"sym\": \"b</desc></wpt>",
+         point("<desc>a</desc><sym>b</sym>"),
+         "Failed read all the elements held within the element [wpt]. The unexpected element [sym] "
+         "remains un processed"},
+        {"<wpt lat='1' lon='2'><desc>C:\\Users</desc></wpt>", "Invalid Escape Character 'U'",
+         "Invalid Escape Character 'U'"},
+        {"<wpt lat='1' lon='2'><desc>C:\\temp</desc></wpt>", point("<desc>C:\temp</desc>"),
+         point("<desc>C:\temp</desc>")},
+        // The reader passes over line feeds.
+        {"<wpt lat='1' lon='2'><desc>a\nb</desc></wpt>", point("<desc>ab</desc>"),
+         point("<desc>ab</desc>")},
+        // Only the first item of an array has a name, which all others take.
+        {"<wpt lat='1' lon='2'><extensions><eq:a k='1'>x</eq:a><eq:b k='2'>y</eq:b></extensions>"
+         "</wpt>",
+         point("<extensions><a xmlns='' k='1'>x</a><a xmlns='' k='2'>y</a></extensions>"),
+         point("<extensions><eq:a k='1'>x</eq:a><eq:a k='2'>y</eq:a></extensions>")},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.pszContent);
+        const CSmartPtr<CGpxType> pDocument = Parse(row.pszContent);
+        const auto expect = [&](const std::string& strExpected) {
+            if (strExpected == pszSame)
+                return Write(*pDocument);
+            return strExpected[0] == '<' ? Write(*Parse(strExpected)) : strExpected;
+        };
+        EXPECT_EQ(ThroughJson(*pDocument, JsonRoundTrip_NoNamespaces), expect(row.strPlain));
+        EXPECT_EQ(ThroughJson(*pDocument, JsonRoundTrip_Full), expect(row.strFull));
+    }
+}
+
+TEST(JsonBinding, TypesComeBackAndNilObjectsAndPlainCollectionsDoNot)
+{
+    const CSmartPtr<Model::CShip> pShip = Model::MakeShip();
+    const CSmartPtr<Model::CShip> pShipCopy = new Model::CShip;
+    const Model::CTables tables(XmlElementGroupType_Sequence, Model::kReal,
+                                {new QnXmlLib16Data::CElementInfoSeqPrimCol("note", "", 0)}, {},
+                                {Model::HeldItems(0, [] { return Model::MakeTexts("note"); })});
+    const CSmartPtr<Model::CSheet> pSheet = new Model::CSheet(tables);
+    const CSmartPtr<Model::CSheet> pSheetCopy = new Model::CSheet(tables);
+    static_cast<CstringCol*>(pSheet->m_values[0].PeekXmlCollection())->Add("x");
+    for (const JsonRoundTrip eRoundTrip : {JsonRoundTrip_NoNamespaces, JsonRoundTrip_Full}) {
+        SCOPED_TRACE(eRoundTrip);
+        for (const bool bFormat : {false, true}) {
+            pShip->m_log->SetNil(false);
+            EXPECT_EQ(ThroughJson(*pShip, *pShipCopy, eRoundTrip, bFormat), Write(*pShip));
+            pShip->m_log->SetNil(true);
+            EXPECT_NE(ThroughJson(*pShip, *pShipCopy, eRoundTrip, bFormat).find("Expected "), 0u);
+            EXPECT_EQ(ThroughJson(*pSheet, *pSheetCopy, eRoundTrip, bFormat),
+                      "Expected Object separator character ',', found ']'");
+        }
+    }
+}
+
+TEST(JsonBinding, AFailureToBindShowsTheWholeXmlAndRestoresTheContext)
+{
+    const CSmartPtr<CGpxType> pDocument = Parse("<wpt lat='1' lon='2'><name>n</name></wpt>");
+    const CSmartPtr<CGpxType> pCopy = new CGpxType;
+    struct Row
+    {
+        JsonRoundTrip eRoundTrip;
+        const char* pszPath; // where the name that is cut off is missed
+        const char* pszCut;
+    };
+    const Row rows[] = {
+        {JsonRoundTrip_None, "/gpx", ""}, // fails as it is: there are no attributes
+        {JsonRoundTrip_NoNamespaces, "/gpx/wpt", "\"@lon\": 2,"},
+        {JsonRoundTrip_Full, "/AA:gpx/AA:wpt", "\"@lon\": 2,"},
+    };
+    for (const Row& row : rows) {
+        for (const bool bIgnore : {false, true}) {
+            SCOPED_TRACE(testing::Message() << row.eRoundTrip << bIgnore);
+            CSerializationContext context;
+            context.GetJsonContext().SetSupportRoundtrip(row.eRoundTrip);
+            std::string strJson = pDocument->ToJson(false, EOLType_LF, context);
+            const std::string strCut = row.pszCut;
+            const std::size_t uCut = strJson.find(strCut);
+            ASSERT_NE(uCut, std::string::npos);
+            strJson.erase(uCut, strCut.size());
+            const CBinaryData xml = CJsonTextReader::ConvertJsonToXml(strJson, context);
+            context.SetIgnoreNamespaces(bIgnore);
+            try {
+                pCopy->FromJson(strJson.c_str(), context);
+                ADD_FAILURE() << "nothing was thrown";
+            }
+            catch (const CQnException& e) {
+                EXPECT_EQ(
+                    e.GetMessage(),
+                    "Error converting JSON to XML:\n" +
+                        std::string(reinterpret_cast<const char*>(xml.GetData()), xml.GetLength()));
+                ASSERT_TRUE(e.GetInnerException());
+                EXPECT_EQ(e.GetInnerException()->GetPath(), row.pszPath);
+            }
+            EXPECT_EQ(context.GetIgnoreNamespaces(), bIgnore);
+        }
+    }
+}
