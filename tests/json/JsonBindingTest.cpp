@@ -222,6 +222,9 @@ TEST(JsonBinding, EachShapeComesBackAsTheMappingHasIt)
         {"<metadata><extensions><eq:a k='1'/><eq:a k='2'>y</eq:a></extensions></metadata>",
          "<metadata><extensions><a xmlns='' k='1'/><a xmlns='' k='2'>y</a></extensions></metadata>",
          pszSame},
+        {"<wpt lat='1' lon='2'><extensions><eq:a><eq:b>x</eq:b></eq:a></extensions></wpt>",
+         point("<extensions><a xmlns=''><b>x</b>\n\t\t\t\t\n\t\t\t</a></extensions>"),
+         point("<extensions><eq:a><eq:b>x</eq:b>\n\t\t\t\t\n\t\t\t</eq:a></extensions>")},
         // A key with nothing behind it.
         {"<wpt lat='1' lon='2'><extensions/></wpt>", pszEmpty, pszEmpty},
         // The bracket of a collection closes at the end of the parent.
