@@ -483,7 +483,8 @@ void CFastInfosetReader::AtrributeBit2(CXmlElement* pElement)
         m_text = m_iIndex == 0 ? std::string_view("") : ValueEntry(vecValues);
     else if (m_bAddToTable)
         vecValues.emplace_back(m_text);
-    pElement->AddAttribute(pName, m_text.data(), UpToZero(m_text).size());
+    pElement->AddAttribute(pName, m_text.data(),
+                           m_bPlain ? m_text.size() : UpToZero(m_text).size());
 }
 
 void CFastInfosetReader::CharacterChunk(CXmlElement* pElement)
@@ -559,14 +560,13 @@ unsigned long CFastInfosetReader::ReadNamePart(Strings& vec, std::string& strPar
 CFastInfosetReader::TreeName& CFastInfosetReader::ObtainTreeName(EForm eForm, const QNames& vec,
                                                                  TreeNames& names)
 {
-    CXmlNodeStore& store = *m_document.m_pStore;
     if (eForm == Form_Literal) {
         const bool bEntered = names.size() < vec.size();
         if (bEntered)
             names.emplace_back();
         TreeName& name = bEntered ? names.back() : m_strayName;
         name = TreeName();
-        name.pName = store.GetName(UpToZero(m_strLocalName), UpToZero(m_strNamespace));
+        name.pName = LookUpName();
         return name;
     }
     if (m_iIndex > vec.size())
@@ -581,9 +581,15 @@ CFastInfosetReader::TreeName& CFastInfosetReader::ObtainTreeName(EForm eForm, co
         m_strNamespace.clear();
         if (m_iIndex != 0)
             m_strNamespace = Entry(m_pVocabulary->m_tabNamespaceNames.m_vecStrings);
-        name.pName = store.GetName(UpToZero(m_strLocalName), UpToZero(m_strNamespace));
+        name.pName = LookUpName();
     }
     return name;
+}
+
+// The name of the tree for the parts that were read last.
+const CXmlName* CFastInfosetReader::LookUpName()
+{
+    return m_document.m_pStore->GetName(UpToZero(m_strLocalName), UpToZero(m_strNamespace));
 }
 
 // The entry that m_iIndex names.

@@ -21,7 +21,9 @@ class CXmlName;
 // that document. Elements, attributes, namespace prefixes and character data arrive; all else is
 // read over, a vocabulary carried in the document included, so that its indexes are refused.
 //
-// A reader serves one Parse. Its stack does not grow with the depth of the document.
+// A reader serves one Parse. Its stack does not grow with the depth of the document, and memory is
+// taken for what has been read only: indexes of values may stand for 64 MiB of text, or for 256
+// times the size of the document if that is more.
 class QNXML_API CFastInfosetReader : public CInstanceMonitor
 {
 public:
@@ -111,6 +113,7 @@ private:
     EForm QualifiedNameOrIndexBit3(QNames& vec);
     void ReadQName(QNames& vec);
     unsigned long ReadNamePart(Strings& vec, std::string& strPart);
+    const CXmlName* LookUpName();
     TreeName& ObtainTreeName(EForm eForm, const QNames& vec, TreeNames& names);
 
     EForm IdentifyingStringOrIndex();
@@ -140,7 +143,7 @@ private:
     const unsigned char* m_pNext = nullptr;
     const unsigned char* m_pEnd = nullptr;
     const unsigned char* m_pCurrent = nullptr; // the octet that the last Move began with
-    std::string m_strPrefix;                   // the last three are those of the last name
+    std::string m_strPrefix; // of the last name or namespace attribute, as the next
     std::string m_strNamespace;
     std::string m_strLocalName;
     std::string_view m_text;     // the last string: bytes of the buffer, of a table or m_strText
