@@ -93,6 +93,16 @@ bool CFIVocabulary::FindIndex(const CIndexMap& map, const std::string& strKey,
     return true;
 }
 
+bool CFIVocabulary::FindIndex(const CTextMap& map, const std::string& strKey,
+                              unsigned long& iIndex) const
+{
+    const auto it = map.find(strKey);
+    if (it == map.end())
+        return false;
+    iIndex = it->second;
+    return true;
+}
+
 bool CFIVocabulary::FindPrefixNameIndex(const std::string& strPrefix, unsigned long& iIndex) const
 {
     return FindIndex(m_mapPrefixNames, strPrefix, iIndex);
@@ -113,6 +123,12 @@ void CFIVocabulary::AddValueToMap(const std::string& strKey, CIndexMap& map) con
 {
     if (map.size() < kMaxEntries && map.Find(strKey) == 0)
         map.Add(strKey);
+}
+
+void CFIVocabulary::AddValueToMap(const std::string& strKey, CTextMap& map) const
+{
+    if (map.size() < kMaxEntries)
+        map.try_emplace(strKey, map.size() + 1);
 }
 
 void CFIVocabulary::AddValueToVector(const std::string& strValue,
@@ -162,20 +178,6 @@ void CFIVocabulary::AddLocalName(const std::string& strLocalName)
     AddValue(strLocalName, m_mapLocalNames, m_tabLocalNames);
 }
 
-void CFIVocabulary::AddAttribute(const std::string& strPrefix, const std::string& strNamespace,
-                                 const std::string& strLocalName)
-{
-    AddQName(strPrefix, strNamespace, strLocalName, m_mapAttributeNames,
-             m_tabAttributeNames.m_vecNames);
-}
-
-void CFIVocabulary::AddElement(const std::string& strPrefix, const std::string& strNamespace,
-                               const std::string& strLocalName)
-{
-    AddQName(strPrefix, strNamespace, strLocalName, m_mapElementNames,
-             m_tabElementNames.m_vecNames);
-}
-
 unsigned long CFIVocabulary::ObtainIndex(const std::string& strValue, CIndexMap& map,
                                          CFIStringTable& table)
 {
@@ -189,23 +191,55 @@ unsigned long CFIVocabulary::ObtainIndex(const std::string& strValue, CIndexMap&
     return iIndex;
 }
 
+// A qualified name on its way into a map, of either kind, and a vector.
+struct CFIVocabulary::NameEntry
+{
+    const std::string& strPrefix;
+    const std::string& strNamespace;
+    const std::string& strLocalName;
+
+    template <class TMap>
+    void AddTo(CFIVocabulary& vocabulary, TMap& map, std::vector<CQNameParts>& vec) const
+    {
+        std::string strKey;
+        MakeNameKey(strKey, strPrefix, strNamespace, strLocalName);
+        unsigned long iKnown = 0;
+        if (vocabulary.FindIndex(map, strKey, iKnown))
+            return;
+        unsigned long iPrefix = 0;
+        if (!strPrefix.empty())
+            iPrefix = vocabulary.ObtainIndex(strPrefix, vocabulary.m_mapPrefixNames,
+                                             vocabulary.m_tabPrefixNames);
+        unsigned long iNamespace = 0;
+        if (!strNamespace.empty())
+            iNamespace = vocabulary.ObtainIndex(strNamespace, vocabulary.m_mapNamespaceNames,
+                                                vocabulary.m_tabNamespaceNames);
+        const unsigned long iLocalName = vocabulary.ObtainIndex(
+            strLocalName, vocabulary.m_mapLocalNames, vocabulary.m_tabLocalNames);
+        vocabulary.AddValueToMap(strKey, map);
+        vocabulary.AddQNameToVector(iPrefix, iNamespace, iLocalName, vec);
+    }
+};
+
+void CFIVocabulary::AddAttribute(const std::string& strPrefix, const std::string& strNamespace,
+                                 const std::string& strLocalName)
+{
+    NameEntry{strPrefix, strNamespace, strLocalName}.AddTo(*this, m_mapAttributeNames,
+                                                           m_tabAttributeNames.m_vecNames);
+}
+
+void CFIVocabulary::AddElement(const std::string& strPrefix, const std::string& strNamespace,
+                               const std::string& strLocalName)
+{
+    NameEntry{strPrefix, strNamespace, strLocalName}.AddTo(*this, m_mapElementNames,
+                                                           m_tabElementNames.m_vecNames);
+}
+
 void CFIVocabulary::AddQName(const std::string& strPrefix, const std::string& strNamespace,
-                             const std::string& strLocalName, CIndexMap& map,
+                             const std::string& strLocalName, CTextMap& map,
                              std::vector<CQNameParts>& vec)
 {
-    std::string strKey;
-    MakeNameKey(strKey, strPrefix, strNamespace, strLocalName);
-    if (map.Find(strKey) != 0)
-        return;
-    unsigned long iPrefix = 0;
-    if (!strPrefix.empty())
-        iPrefix = ObtainIndex(strPrefix, m_mapPrefixNames, m_tabPrefixNames);
-    unsigned long iNamespace = 0;
-    if (!strNamespace.empty())
-        iNamespace = ObtainIndex(strNamespace, m_mapNamespaceNames, m_tabNamespaceNames);
-    const unsigned long iLocalName = ObtainIndex(strLocalName, m_mapLocalNames, m_tabLocalNames);
-    AddValueToMap(strKey, map);
-    AddQNameToVector(iPrefix, iNamespace, iLocalName, vec);
+    NameEntry{strPrefix, strNamespace, strLocalName}.AddTo(*this, map, vec);
 }
 
 } // namespace QnXmlLib16

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <map>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -28,8 +29,11 @@ public:
         unsigned long m_iLocalName;
     };
 
-    // From text to index, in the order of entry from 1 on. A hash table with linear probing;
-    // looking up a text allocates nothing. A value.
+    // A map of a caller's own, from text to index.
+    using CTextMap = std::map<std::string, unsigned long>;
+
+    // What the maps in here are: from text to index, in the order of entry from 1 on. A hash table
+    // with linear probing; looking up a text allocates nothing. A value.
     class QNXML_API CIndexMap
     {
     public:
@@ -118,13 +122,13 @@ public:
     const CFIStringTable& GetPrefixNamesTable() const { return m_tabPrefixNames; }
 
     // False, with iIndex untouched, for a key that the map doesn't hold.
-    bool FindIndex(const CIndexMap& map, const std::string& strKey, unsigned long& iIndex) const;
+    bool FindIndex(const CTextMap& map, const std::string& strKey, unsigned long& iIndex) const;
     bool FindPrefixNameIndex(const std::string& strPrefix, unsigned long& iIndex) const;
     bool FindNamespaceNameIndex(const std::string& strNamespace, unsigned long& iIndex) const;
     bool FindLocalNameIndex(const std::string& strLocalName, unsigned long& iIndex) const;
 
     // Enters the key under the next index. A key that is there keeps its index.
-    void AddValueToMap(const std::string& strKey, CIndexMap& map) const;
+    void AddValueToMap(const std::string& strKey, CTextMap& map) const;
 
     // These append, whether or not the vector holds the entry already.
     void AddValueToVector(const std::string& strValue, std::vector<std::string>& vec) const;
@@ -149,12 +153,16 @@ public:
     // Enters a qualified name in a map and a vector, unless the map holds it. A part that its own
     // full table doesn't take gets the index of that table's last entry.
     void AddQName(const std::string& strPrefix, const std::string& strNamespace,
-                  const std::string& strLocalName, CIndexMap& map, std::vector<CQNameParts>& vec);
+                  const std::string& strLocalName, CTextMap& map, std::vector<CQNameParts>& vec);
 
 private:
     friend class CFastInfosetReader;
     friend class CFastInfosetWriter;
 
+    struct NameEntry;
+
+    bool FindIndex(const CIndexMap& map, const std::string& strKey, unsigned long& iIndex) const;
+    void AddValueToMap(const std::string& strKey, CIndexMap& map) const;
     void AddValue(const std::string& strValue, CIndexMap& map, CFIStringTable& table);
     unsigned long ObtainIndex(const std::string& strValue, CIndexMap& map, CFIStringTable& table);
 

@@ -90,18 +90,18 @@ public:
     // The index of a name that the map holds, else the name, which then enters the map.
     void QualifiedNameOrIndexBit2(unsigned char uBits, const std::string& strPrefix,
                                   const std::string& strNamespace, const std::string& strLocalName,
-                                  CFIVocabulary::CIndexMap& map);
+                                  CFIVocabulary::CTextMap& map);
     void QualifiedNameOrIndexBit3(unsigned char uBits, const std::string& strPrefix,
                                   const std::string& strNamespace, const std::string& strLocalName,
-                                  CFIVocabulary::CIndexMap& map);
+                                  CFIVocabulary::CTextMap& map);
 
     // An attribute value and a character chunk. A value of fewer than iMaxAddLength bytes goes by
     // its index in the map, or enters it. A value without octets is the empty attribute value or
     // no chunk at all.
-    void NonIdentifyingStringOrIndexBit1(const std::string& strValue, CFIVocabulary::CIndexMap& map,
+    void NonIdentifyingStringOrIndexBit1(const std::string& strValue, CFIVocabulary::CTextMap& map,
                                          unsigned long iMaxAddLength, ItemType eType);
     void NonIdentifyingStringOrIndexBit3(unsigned char uBits, const std::string& strValue,
-                                         CFIVocabulary::CIndexMap& map, unsigned long iMaxAddLength,
+                                         CFIVocabulary::CTextMap& map, unsigned long iMaxAddLength,
                                          ItemType eType);
 
     // A value, not empty, in the encoding that the context has for its type.
@@ -124,9 +124,9 @@ private:
     void PrefixString(const std::string& strPrefix);
     void NamespaceString(const std::string& strNamespace);
     void LocalNameString(const std::string& strLocalName);
-    void QualifiedNameOrIndex(const NameForm& form, unsigned char uBits,
-                              const std::string& strPrefix, const std::string& strNamespace,
-                              const std::string& strLocalName, CFIVocabulary::CIndexMap& map);
+    void LiteralName(const NameForm& form, unsigned char uBits, const std::string& strPrefix,
+                     const std::string& strNamespace, const std::string& strLocalName);
+    void AttributeValue(const std::string& strValue, ItemType eType);
     bool WriteValue(const ValueForm& form, unsigned char uBits, const std::string& strValue,
                     ItemType eType);
     const CAlphabetPacker& ObtainPacker(unsigned long iAlphabet);

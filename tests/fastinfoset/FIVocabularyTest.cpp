@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <iterator>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -102,6 +103,28 @@ TEST(Vocabulary, NamesShareTheirPartsAndEnterOnce)
     EXPECT_EQ(Count(vocabulary.GetLocalNamesTable()), 2);
 }
 
+TEST(Vocabulary, NamesEnterTheMapAndVectorOfACaller)
+{
+    CFIVocabulary vocabulary;
+    std::map<std::string, unsigned long> map;
+    std::vector<CFIVocabulary::CQNameParts> vecNames;
+    for (int i = 0; i < 2; ++i)
+        vocabulary.AddQName("p", "urn:n", "a", map, vecNames);
+    EXPECT_EQ(map, (std::map<std::string, unsigned long>{{"a\1urn:n\1p", 1}}));
+    ASSERT_EQ(vecNames.size(), 1u);
+    EXPECT_EQ(vecNames[0].m_iPrefix, 2u);
+    EXPECT_EQ(vecNames[0].m_iNamespace, 2u);
+    EXPECT_EQ(vecNames[0].m_iLocalName, 1u);
+    EXPECT_EQ(Names(vocabulary.GetElementNamesTable()), "");
+    vocabulary.AddValueToMap("b", map);
+    vocabulary.AddValueToMap("b", map);
+    unsigned long iIndex = 7;
+    EXPECT_FALSE(vocabulary.FindIndex(map, "c", iIndex));
+    EXPECT_EQ(iIndex, 7u);
+    EXPECT_TRUE(vocabulary.FindIndex(map, "b", iIndex));
+    EXPECT_EQ(iIndex, 2u);
+}
+
 TEST(Vocabulary, ACopySharesNothing)
 {
     CFIVocabulary vocabulary;
@@ -130,7 +153,7 @@ TEST(Vocabulary, AFullTableLendsItsLastIndexToANewName)
     vocabulary.AddElement("", "", "late");
     EXPECT_EQ(Names(vocabulary.GetElementNamesTable()), "0,0,1048576");
 
-    CFIVocabulary::CIndexMap map;
+    std::map<std::string, unsigned long> map;
     std::vector<std::string> vecTexts(kFull);
     std::vector<CFIVocabulary::CQNameParts> vecNames(kFull);
     for (long i = 0; i < kFull + 1; ++i)

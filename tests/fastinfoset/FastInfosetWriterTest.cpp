@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <clocale>
+#include <map>
 #include <vector>
 
 using namespace Fi;
@@ -641,6 +642,28 @@ TEST(FastInfosetWriter, IndexesCrossTheirBandsInOrderOfEntry)
     std::string strFailure;
     const std::string strOctets = Written(steps, CFastInfosetContext(), strFailure);
     EXPECT_EQ(Hex(strOctets.substr(strOctets.size() - 10)), "39 A0 AF B0 00 B3 FF B4 00 00");
+}
+
+TEST(FastInfosetWriter, NamesAndValuesGoByMapsOfACaller)
+{
+    std::map<std::string, unsigned long> mapNames;
+    std::map<std::string, unsigned long> mapValues{{"1", 17}};
+    Check({{"",
+            [&](auto& w) {
+                for (int i = 0; i < 2; ++i) {
+                    w.QualifiedNameOrIndexBit2(0, "p", "urn:p", "a", mapNames);
+                    w.NonIdentifyingStringOrIndexBit1("1", mapValues, 6, it_string);
+                    w.QualifiedNameOrIndexBit3(0x40, "", "urn:p", "a", mapNames);
+                    w.NonIdentifyingStringOrIndexBit3(0x80, "2", mapValues, 6, it_string);
+                }
+                w.NonIdentifyingStringOrIndexBit1("", mapValues, 6, it_string);
+            },
+            // The first time: prefix, namespace and local name; value 17; namespace 2 and local
+            // name 1; a chunk for the table. Then indexes.
+            "7B 00 'p' 04 'urn:p' 00 'a' 90 7D 81 80 90 '2' 00 90 41 A1 FF"}});
+    EXPECT_EQ(mapNames,
+              (std::map<std::string, unsigned long>{{"a\1urn:p\1p", 1}, {"a\1urn:p\1", 2}}));
+    EXPECT_EQ(mapValues, (std::map<std::string, unsigned long>{{"1", 17}, {"2", 2}}));
 }
 
 TEST(FastInfosetWriter, TextGoesFromTheLocaleToUtf8)
