@@ -111,7 +111,18 @@ void CAttributeInfoPrimitive::AttributeToXml(const CSerializationContext& contex
     QnVariant value;
     if (!ReadValue(pObject, value))
         return;
-    const std::string strText = value.ToString(m_strFormat.c_str());
+    // A text is written as it stands.
+    if (const std::string* const pText =
+            value.GetItemType() == it_string ? value.PeekString() : nullptr)
+        WriteValue(context, value, *pText, pWriter);
+    else
+        WriteValue(context, value, value.ToString(m_strFormat.c_str()), pWriter);
+}
+
+void CAttributeInfoPrimitive::WriteValue(const CSerializationContext& context,
+                                         const QnVariant& value, const std::string& strText,
+                                         CXmlWriter* pWriter) const
+{
     if (IsLeftOut(context, strText))
         return;
     CXmlObjectHelper::CheckRestriction(m_strName.c_str(), value, m_itemType, m_restrictions);

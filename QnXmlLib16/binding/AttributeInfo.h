@@ -101,6 +101,11 @@ protected:
     ItemType m_itemType;
     std::string m_strFormat;
     CWhitespaceUtils::WhitespaceRule m_whitespace;
+
+private:
+    // The value with this text, checked unless it is left out.
+    void WriteValue(const CSerializationContext& context, const QnVariant& value,
+                    const std::string& strText, CXmlWriter* pWriter) const;
 };
 
 // An attribute with the text of an enumeration. A value that fnEnumToString answers null for is

@@ -87,8 +87,7 @@ void CElementInfo::InvokePropertyGet(CXmlGeneratedClass* pObject, QnVariant& val
         pObject->AccessProperty(m_nProperty, true, value);
     }
     catch (const CQnException& e) {
-        throw CQnValidationException(
-            FormatString("Failed to get the property value for [%s].", m_strName.c_str()), "", e);
+        ThrowNotRead(e);
     }
 }
 
@@ -101,6 +100,13 @@ void CElementInfo::InvokePropertySet(CXmlGeneratedClass* pObject, QnVariant& val
     catch (const CQnException& e) {
         throw CQnValidationException("Failed to set the property value.", element.GetXPath(), e);
     }
+}
+
+// Apart, so that the way without a failure is short enough to be part of its callers.
+void CElementInfo::ThrowNotRead(const CQnException& e) const
+{
+    throw CQnValidationException(
+        FormatString("Failed to get the property value for [%s].", m_strName.c_str()), "", e);
 }
 
 void CElementInfo::CheckRestriction(const QnVariant& value) const
@@ -147,15 +153,24 @@ bool CElementInfo::ElementToXmlPrim(const CSerializationContext&, const CXmlGene
 {
     QnVariant value;
     ReadProperty(pObject, value);
-    if (value.IsNil()) {
-        pWriter->WriteStartElement(m_strName, m_strNamespace);
-        pWriter->WriteAttributeNil();
-        pWriter->WriteEndElement();
-        return true;
-    }
     if (!value.IsValid())
         return false;
-    const std::string strText = value.ToString(m_strFormat.c_str());
+    if (value.IsNil()) {
+        WriteNil(pWriter);
+        return true;
+    }
+    // A text is written as it stands.
+    if (const std::string* const pText =
+            value.GetItemType() == it_string ? value.PeekString() : nullptr)
+        WriteValue(value, *pText, pWriter);
+    else
+        WriteValue(value, value.ToString(m_strFormat.c_str()), pWriter);
+    return true;
+}
+
+void CElementInfo::WriteValue(const QnVariant& value, const std::string& strText,
+                              CXmlWriter* pWriter) const
+{
     const bool bIsDefault = !m_strDefault.empty() && m_strDefault == strText;
     // Deliberate: the schema's default is not held to the facets. Pinned by
     // PrimitiveElement.AValueEqualToTheDefaultIsNotChecked.
@@ -164,7 +179,13 @@ bool CElementInfo::ElementToXmlPrim(const CSerializationContext&, const CXmlGene
     pWriter->WriteStartElement(m_strName, m_strNamespace);
     pWriter->WriteString(strText, m_itemType, bIsDefault);
     pWriter->WriteEndElement();
-    return true;
+}
+
+void CElementInfo::WriteNil(CXmlWriter* pWriter) const
+{
+    pWriter->WriteStartElement(m_strName, m_strNamespace);
+    pWriter->WriteAttributeNil();
+    pWriter->WriteEndElement();
 }
 
 bool CElementInfo::ElementToXmlEnum(const CSerializationContext&, const CXmlGeneratedClass* pObject,
@@ -172,14 +193,12 @@ bool CElementInfo::ElementToXmlEnum(const CSerializationContext&, const CXmlGene
 {
     QnVariant value;
     ReadProperty(pObject, value);
-    if (value.IsNil()) {
-        pWriter->WriteStartElement(m_strName, m_strNamespace);
-        pWriter->WriteAttributeNil();
-        pWriter->WriteEndElement();
-        return true;
-    }
     if (!value.IsValid())
         return false;
+    if (value.IsNil()) {
+        WriteNil(pWriter);
+        return true;
+    }
     const std::string strText = OrEmpty(fnEnumToString(static_cast<int>(value.GetI4())));
     pWriter->WriteStartElement(m_strName, m_strNamespace);
     pWriter->WriteString(strText, it_string, !m_strDefault.empty() && m_strDefault == strText);

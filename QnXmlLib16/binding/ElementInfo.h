@@ -10,6 +10,7 @@
 #include <string>
 
 namespace QnXmlLib16 {
+class CQnException;
 class CSerializationContext;
 class CXmlCollectionBase;
 class CXmlElement;
@@ -162,6 +163,10 @@ protected:
 private:
     friend class QnXmlLib16::CXmlGeneratedClass;
 
+    [[noreturn]] void ThrowNotRead(const CQnException& e) const;
+    void WriteNil(CXmlWriter* pWriter) const;
+    // The value as an element with this text, checked unless it is the default.
+    void WriteValue(const QnVariant& value, const std::string& strText, CXmlWriter* pWriter) const;
     // Whether the element's nil attribute is set. Fails for any other attribute that the context
     // does not ignore, and for a nil attribute where none may stand.
     bool ReadNil(const CSerializationContext& context, const CXmlElement& element) const;

@@ -105,19 +105,12 @@ bool ParseNil(const CXmlAttribute& attribute)
         attribute.GetXPath());
 }
 
-// Asks an entry of a sequence, at one sibling after the other where unknown elements are ignored.
+// Asks an entry of a sequence where unknown elements are ignored: at one sibling after the other.
 // bMaySkip: it need not be asked at siblings that it is known to refuse.
-bool AskInSequence(CElementInfo& entry, bool bMaySkip, const CSerializationContext& context,
-                   CXmlGeneratedClass* pObject, CXmlElement* pElement, CXmlElement*& pCursor,
-                   const char* pszNamespace, XmlElementType elementType)
+bool AskAndSkip(CElementInfo& entry, bool bMaySkip, const CSerializationContext& context,
+                CXmlGeneratedClass* pObject, CXmlElement* pElement, CXmlElement*& pCursor,
+                const char* pszNamespace, XmlElementType elementType)
 {
-    const auto ask = [&] {
-        return entry.ElementFromXml(context, pObject, pElement, &pCursor, pszNamespace,
-                                    elementType);
-    };
-    if (!context.GetIgnoreUnknownElements())
-        return ask();
-
     const bool bInGroup = elementType != XmlElementType_Element;
     const CXmlElement* const pFirst = pCursor;
     if (bInGroup && bMaySkip)
@@ -126,7 +119,8 @@ bool AskInSequence(CElementInfo& entry, bool bMaySkip, const CSerializationConte
     for (;;) {
         CXmlElement* const pAsked = pCursor;
         CSiblingScan::ForgetLastMismatch();
-        const bool bDone = ask();
+        const bool bDone =
+            entry.ElementFromXml(context, pObject, pElement, &pCursor, pszNamespace, elementType);
         if (!bHasTaken && (bDone || pCursor != pAsked || !pCursor)) {
             bHasTaken = true;
             if (bInGroup && pAsked != pFirst)
@@ -397,19 +391,24 @@ CXmlElement* CXmlGeneratedClass::ProcessElementSeqFromXml(const CSerializationCo
     CXmlElement* const pStart = pCursor;
     CElementInfo** const ppEntries = GetClassElementInfo();
     const std::string strNamespace = GetNamespace();
-    const bool bSkipsInGroup =
-        elementType != XmlElementType_Element && context.GetIgnoreUnknownElements();
+    const bool bIgnoresUnknown = context.GetIgnoreUnknownElements();
+    const bool bSkipsInGroup = bIgnoresUnknown && elementType != XmlElementType_Element;
     const bool bIsDropped = bSkipsInGroup && CSiblingScan::CGroup::IsDropped();
     if (bIsDropped && *ppEntries && CSiblingScan::IsMismatch(**ppEntries, pStart))
         return pStart;
 
     for (std::size_t i = 0;;) {
         for (; ppEntries[i]; ++i) {
+            CElementInfo& entry = *ppEntries[i];
             // A child group that is refused keeps what it has read, unless all is dropped.
-            const bool bMaySkip =
-                bIsDropped || ppEntries[i]->m_trait != CElementInfo::Trait::HeldGroup;
-            if (AskInSequence(*ppEntries[i], bMaySkip, context, this, pElement, pCursor,
-                              strNamespace.c_str(), elementType))
+            const bool bDone =
+                bIgnoresUnknown
+                    ? AskAndSkip(
+                          entry, bIsDropped || entry.m_trait != CElementInfo::Trait::HeldGroup,
+                          context, this, pElement, pCursor, strNamespace.c_str(), elementType)
+                    : entry.ElementFromXml(context, this, pElement, &pCursor, strNamespace.c_str(),
+                                           elementType);
+            if (bDone)
                 continue;
             if (bSkipsInGroup)
                 CSiblingScan::NoteMismatch(**ppEntries, pStart);
@@ -417,7 +416,7 @@ CXmlElement* CXmlGeneratedClass::ProcessElementSeqFromXml(const CSerializationCo
         }
         if (elementType != XmlElementType_Element || !pCursor)
             return pCursor;
-        if (!context.GetIgnoreUnknownElements())
+        if (!bIgnoresUnknown)
             ThrowElementLeftOver(*pElement, *pCursor);
         // Skips one element and asks the last entry alone once more, so that a collection at the
         // end goes on behind an unknown element. A mandatory last entry looks for a second element

@@ -54,14 +54,6 @@ bool CElementInfo::Steps::MandatoryValueInSequence(const CElementInfo& info, con
     return true;
 }
 
-bool CElementInfo::Steps::Value(const CElementInfo& info, const ReadCall& call, ValueReader read)
-{
-    if (!info.IsThisElement(call.context, *call.ppCursor))
-        return false;
-    (info.*read)(call.context, call.pObject, call.ppCursor);
-    return true;
-}
-
 bool CElementInfo::Steps::HeldChildInSequence(const CElementInfo& info, const ReadCall& call,
                                               XmlElementType childType, bool bRequiredContent)
 {

@@ -62,7 +62,14 @@ struct CElementInfo::Steps
     // Values.
     static bool MandatoryValueInSequence(const CElementInfo& info, const ReadCall& call,
                                          ValueReader read);
-    static bool Value(const CElementInfo& info, const ReadCall& call, ValueReader read);
+    // Here, since it runs once for every value member of every object, most often in vain.
+    static bool Value(const CElementInfo& info, const ReadCall& call, ValueReader read)
+    {
+        if (!*call.ppCursor || !info.IsThisElement(call.context, *call.ppCursor))
+            return false;
+        (info.*read)(call.context, call.pObject, call.ppCursor);
+        return true;
+    }
 
     // Child objects. A held child is read in place, a new one is assigned once it has been read, a
     // selected one before.
