@@ -29,9 +29,6 @@ using namespace Gpx;
 
 namespace {
 
-const JsonRoundTrip kRoundTrips[] = {JsonRoundTrip_None, JsonRoundTrip_NoNamespaces,
-                                     JsonRoundTrip_Full};
-
 // Names below the root need the prefix of their namespace with JsonRoundTrip_Full.
 CSerializationContext MakeJsonContext(JsonRoundTrip eRoundTrip)
 {
