@@ -85,6 +85,8 @@ bool CAttributeInfo::IsLeftOut(const CSerializationContext& context,
 
 void CAttributeInfo::ValidateSeen(bool bSeen) const
 {
+    // Deliberate: no setting of the context lets a mandatory attribute be missing. Pinned by
+    // AttributeReading.ARequiredAttributeIsMissedWhateverTheContext.
     if (!m_bOptional && !bSeen) {
         throw CQnValidationException(
             FormatString("Failed to find the required Attribute [%s].", m_strName.c_str()), "");
@@ -165,6 +167,8 @@ void CAttributeInfoEnum::AttributeToXml(const CSerializationContext& context,
     if (!ReadValue(pObject, value))
         return;
     const char* const pszText = m_fnEnumToString(static_cast<int>(value.GetI4()));
+    // Deliberate: a value without a text is left out though the attribute be mandatory. Pinned by
+    // AttributeWriting.LeavesOutWhatIsAbsentOrADefaultOrHasNoText.
     if (!pszText)
         return;
     const std::string strText = pszText;

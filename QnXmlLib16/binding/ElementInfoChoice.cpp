@@ -164,6 +164,9 @@ bool CElementInfoChoiceCol::ElementToXml(const CSerializationContext& context,
                                          const CXmlGeneratedClass* pObject,
                                          CXmlWriter* pWriter) const
 {
+    // Deliberate: no count is checked here, unlike in the other groups; an empty collection writes
+    // nothing though its lower bound be above 0, and leaves the choice to the next member. Pinned
+    // by ChoiceMetadata.AnyOptionalMemberAllowsNone.
     return ElementToXmlCol(context, pObject, pWriter);
 }
 

@@ -120,6 +120,51 @@ TEST(Interruptions, AtAnyAccessLeaveNoLeakAndAReusableObject)
     EXPECT_EQ(CSheet::s_nAlive, nAlive);
 }
 
+TEST(Interruptions, ByAPropertyTellItsPlaceOrItsName)
+{
+    const CTables tables(
+        XmlElementGroupType_Sequence, kReal,
+        {Prim<CElementInfoSeqPrimMnd>("a", 0), Enum<CElementInfoSeqEnumMnd>("b", 1),
+         new CElementInfoSeqClsOpt("c", "", 2, kReal, MakeSheet, Vice().GetClassId()),
+         new CElementInfoSeqClsOpt("d", "", 3, kPseudo, MakeSheet, Span().GetClassId()),
+         new CElementInfoSeqUntpdOpt("AnyElement", "", 4, "##any", "")},
+        {Attribute()});
+    const std::string strDocument = "<r id='1'><a>1</a><b>raw</b><c><jaw>1</jaw></c><from>1</from>"
+                                    "<e/></r>";
+    const CSmartPtr<CSheet> pSheet(new CSheet(tables));
+    struct Row
+    {
+        int property;
+        const char* path;
+        const char* name;
+        const char* wrap; // of what the attributes fail with
+    };
+    const char* const pszAttributes = "CQnException: Failed to convert attributes to XML < ";
+    const Row rows[] = {{20, "/r/@id", "id", pszAttributes},
+                        {0, "/r/a", "a", ""},
+                        {1, "/r/b", "b", ""},
+                        {2, "/r/c", "c", ""},
+                        {3, "/r/from", "d", pszAttributes}, // lifted from the pseudo child
+                        {4, "/r/e", "AnyElement", ""}};
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.path);
+        pSheet->FromXml(strDocument.c_str(), CSerializationContext());
+        pSheet->m_before = [&](int nProperty, bool) {
+            if (nProperty == row.property)
+                throw CQnInvalidStateException("not now");
+        };
+        EXPECT_EQ(Write(*pSheet),
+                  "CQnValidationException: Failed to convert the element [r] to XML < " +
+                      std::string(row.wrap) +
+                      "CQnValidationException: Failed to get the property value for [" + row.name +
+                      "]. < CQnInvalidStateException: not now");
+        EXPECT_EQ(Failure([&] { pSheet->FromXml(strDocument.c_str(), CSerializationContext()); }),
+                  "CQnException: Failed to set the property value. @" + std::string(row.path) +
+                      " < CQnInvalidStateException: not now");
+        pSheet->m_before = nullptr;
+    }
+}
+
 TEST(Interruptions, ByAListenerEndTheRead)
 {
     class CThrower : public IEventSink

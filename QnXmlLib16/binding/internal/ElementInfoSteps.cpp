@@ -68,6 +68,9 @@ bool CElementInfo::Steps::HeldChildInSequence(const CElementInfo& info, const Re
     const bool bAtEnd = *call.ppCursor == nullptr;
     if ((!bAtEnd || !bRequiredContent) && HeldChild(info, call, childType))
         return true;
+    // Deliberate: required content is demanded even where the context lets mandatory elements be
+    // missing or skips unknown ones. Pinned by
+    // SequenceReading.APseudoChildReadsOutOfTheElementAroundIt.
     if (bRequiredContent && bHasElement)
         ThrowNotFound(info, call);
     // Where unknown elements are ignored, the sequence skips one and asks again.
@@ -145,6 +148,8 @@ bool CElementInfo::Steps::SelectedChild(const CElementInfo& info, const ReadCall
     CXmlElement* const pElement = *call.ppCursor;
     if (!pElement || (bOwnElement && !info.IsThisElement(call.context, pElement)))
         return false;
+    // Deliberate: assigned before it is looked at, so that a setter sees null where the element
+    // stands for no class. Pinned by ChoiceMetadata.AChildIsAssignedBeforeItIsRead.
     const CSmartPtr<CXmlObjectBase> pChild = maker.Make(info, pElement);
     Assign(info, call, pChild.GetPtr(), *pElement);
     if (!pChild)
@@ -166,6 +171,8 @@ bool CElementInfo::Steps::SelectedChild(const CElementInfo& info, const ReadCall
 
 bool CElementInfo::Steps::HeldWildcardInSequence(const CElementInfo& info, const ReadCall& call)
 {
+    // Deliberate: fails in a pseudo element too, whose other members would merely not match. Pinned
+    // by SequenceReading.AGroupThatDoesNotMatchGivesItsPlaceBack.
     if (!*call.ppCursor)
         ThrowNotFound(info, call);
     if (HeldWildcard(info, call))
@@ -265,6 +272,8 @@ bool CElementInfo::Steps::ValidateMandatory(const CElementInfo& info, bool bWasR
 {
     if (bWasRead || !bIsRealElement)
         return bWasRead;
+    // Deliberate: no setting of the context lets a member of an all group be missing. Pinned by
+    // AllGroup.AMandatoryMemberIsMissedOnceAllElementsAreRead.
     throw CQnValidationException(
         FormatString("Failed to find the mandatory element [%s].", info.m_strName.c_str()), "");
 }
