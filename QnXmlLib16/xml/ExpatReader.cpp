@@ -22,10 +22,12 @@ namespace QnXmlLib16 {
 namespace {
 
 constexpr char kSeparator = '|'; // between the URI and the local name; no name holds it
-// Nearly every document goes in at once: behind each piece but the last one Expat counts the lines
-// of it once more, which costs more time than its copy of the whole input. From 1 GiB on it has no
-// room for a piece.
-constexpr std::size_t kDefaultPieceSize = std::size_t{512} << 20;
+// Behind each piece but the last one Expat counts the lines of it once more, which costs more time
+// than its copy of the whole input: a large document goes in at once, from 1 GiB on, where Expat
+// has no room for a piece, in parts. In a small one the time is short and the copy weighs more.
+constexpr std::size_t kSmallDocument = std::size_t{1} << 20;
+constexpr std::size_t kSmallPieceSize = std::size_t{32} << 10;
+constexpr std::size_t kLargePieceSize = std::size_t{512} << 20;
 constexpr std::size_t kLargestPieceSize = INT_MAX;
 
 CExpatReader* Reader(void* pUserData)
@@ -44,7 +46,7 @@ CExpatReader::CExpatReader(CXmlDocument& document)
     : CInstanceMonitor("CExpatReader"),
       m_pDocument(&document),
       m_pNames(new CXmlNameTable),
-      m_nPieceSize(kDefaultPieceSize)
+      m_nPieceSize(document.GetBufferLength() < kSmallDocument ? kSmallPieceSize : kLargePieceSize)
 {}
 
 CExpatReader::~CExpatReader() = default;
