@@ -6,6 +6,7 @@
 #include "QnXmlLib16/collections/XmlCollectionBase.h"
 #include "QnXmlLib16/support/Exceptions.h"
 #include "QnXmlLib16/support/Functions.h"
+#include "QnXmlLib16/support/internal/TextOrEmpty.h"
 #include "QnXmlLib16/values/QnVariant.h"
 #include "QnXmlLib16/xml/XmlAttribute.h"
 #include "QnXmlLib16/xml/XmlElement.h"
@@ -15,15 +16,6 @@
 #include <strings.h>
 
 namespace QnXmlLib16Data {
-
-namespace {
-
-const char* OrEmpty(const char* psz)
-{
-    return psz ? psz : "";
-}
-
-} // namespace
 
 CElementInfo::CElementInfo(const char* pszName, const char* pszNamespace, int nProperty)
     : m_strName(OrEmpty(pszName)), m_strNamespace(OrEmpty(pszNamespace)), m_nProperty(nProperty)

@@ -2,20 +2,12 @@
 
 #include "QnXmlLib16/support/Exceptions.h"
 #include "QnXmlLib16/support/Functions.h"
+#include "QnXmlLib16/support/internal/TextOrEmpty.h"
 
 #include <algorithm>
 #include <iterator>
 
 namespace QnXmlLib16 {
-
-namespace {
-
-const char* OrEmpty(const char* psz)
-{
-    return psz ? psz : "";
-}
-
-} // namespace
 
 CNamespaceAliasMap::CNamespaceAliasMap() = default;
 CNamespaceAliasMap::CNamespaceAliasMap(const CNamespaceAliasMap&) = default;

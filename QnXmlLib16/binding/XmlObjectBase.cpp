@@ -4,15 +4,11 @@
 #include "QnXmlLib16/licensing/LicenceGate.h"
 #include "QnXmlLib16/support/Exceptions.h"
 #include "QnXmlLib16/support/Functions.h"
+#include "QnXmlLib16/support/internal/TextOrEmpty.h"
 
 namespace QnXmlLib16 {
 
 namespace {
-
-const char* OrEmpty(const char* psz)
-{
-    return psz ? psz : "";
-}
 
 [[noreturn]] void ThrowChoiceIsSet(const std::string& strSelected)
 {

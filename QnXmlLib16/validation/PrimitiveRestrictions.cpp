@@ -1,15 +1,8 @@
 #include "QnXmlLib16/validation/PrimitiveRestrictions.h"
 
+#include "QnXmlLib16/support/internal/TextOrEmpty.h"
+
 namespace QnXmlLib16 {
-
-namespace {
-
-const char* OrEmpty(const char* pszText)
-{
-    return pszText == nullptr ? "" : pszText;
-}
-
-} // namespace
 
 CPrimitiveRestrictions::CPrimitiveRestrictions() = default;
 

@@ -5,6 +5,7 @@
 #include "QnXmlLib16/support/Encoder.h"
 #include "QnXmlLib16/support/Exceptions.h"
 #include "QnXmlLib16/support/Functions.h"
+#include "QnXmlLib16/support/internal/TextOrEmpty.h"
 #include "QnXmlLib16/validation/PrimitiveRestrictions.h"
 #include "QnXmlLib16/validation/RegEx.h"
 #include "QnXmlLib16/values/BigInteger.h"
@@ -24,11 +25,6 @@ namespace QnXmlLib16 {
 namespace {
 
 constexpr CWhitespaceUtils::WhitespaceRule kBoundRule = CWhitespaceUtils::WhitespaceRule_Collapse;
-
-const char* OrEmpty(const char* pszText)
-{
-    return pszText == nullptr ? "" : pszText;
-}
 
 // Deliberate: facet failures are the root class, not CQnValidationException. Pinned by
 // Restrictions.AFacetFailureIsTheRootClass.

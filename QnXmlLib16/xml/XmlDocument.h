@@ -131,7 +131,7 @@ private:
     CXmlElement* AddChildElement(const CXmlName* pName);
     void StoreFile(const char* pszPath);
     void StoreCopy(const void* pData, unsigned long nLength, const char* pszIfEmpty);
-    std::string BufferAsText() const;
+    CBinaryData ConvertJson(const std::string& strJson);
     void Parse();
     void ParseText();
     CBinaryData ParseJson();

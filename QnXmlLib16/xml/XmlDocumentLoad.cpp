@@ -7,6 +7,7 @@
 #include "QnXmlLib16/support/Exceptions.h"
 #include "QnXmlLib16/support/Functions.h"
 #include "QnXmlLib16/support/QnZip.h"
+#include "QnXmlLib16/support/internal/FileHandle.h"
 #include "QnXmlLib16/values/BinaryData.h"
 #include "QnXmlLib16/xml/ExpatReader.h"
 #include "QnXmlLib16/xml/XmlDocument.h"
@@ -24,11 +25,6 @@ namespace QnXmlLib16 {
 
 namespace {
 
-struct CFileClose
-{
-    void operator()(FILE* pFile) const { std::fclose(pFile); }
-};
-using CFilePtr = std::unique_ptr<FILE, CFileClose>;
 using CBytesPtr = std::unique_ptr<unsigned char[]>;
 
 CBytesPtr NewBuffer(unsigned long nLength)
@@ -39,12 +35,12 @@ CBytesPtr NewBuffer(unsigned long nLength)
 }
 
 // As fopen in mode "rt", but a FIFO without a writer does not block.
-CFilePtr OpenForReading(const char* pszPath)
+FileHandle OpenForReading(const char* pszPath)
 {
     const int iFile = open(pszPath, O_RDONLY | O_NONBLOCK | O_CLOEXEC);
     if (iFile < 0)
         return nullptr;
-    CFilePtr pFile(fdopen(iFile, "rt"));
+    FileHandle pFile(fdopen(iFile, "rt"));
     if (!pFile)
         close(iFile);
     return pFile;
@@ -59,7 +55,7 @@ CFilePtr OpenForReading(const char* pszPath)
 // The whole file; the result is never empty.
 CBytesPtr ReadFile(const std::string& strPath, unsigned long& nLength)
 {
-    const CFilePtr pFile = OpenForReading(strPath.c_str());
+    const FileHandle pFile = OpenForReading(strPath.c_str());
     if (!pFile)
         throw CQnException(FormatString("Failed to open the file [%s].", strPath.c_str()));
     const long iLength = _filelength(pFile.get());
@@ -120,8 +116,7 @@ CBinaryData CXmlDocument::LoadJsonFile(const char* pszPath)
 
 CBinaryData CXmlDocument::LoadJson(const char* pszJson)
 {
-    StoreCopy(pszJson, pszJson ? std::strlen(pszJson) : 0, "JSON String is empty!");
-    return CJsonTextReader::ConvertJsonToXml(BufferAsText(), *m_pContext);
+    return ConvertJson(pszJson ? pszJson : "");
 }
 
 // Deliberate: the bytes of the wide characters are taken as they lie in memory, so the reader
@@ -129,9 +124,9 @@ CBinaryData CXmlDocument::LoadJson(const char* pszJson)
 // working road. Pinned by JsonLoad.WideTextIsRefused.
 CBinaryData CXmlDocument::LoadJson(const wchar_t* pszJson)
 {
-    StoreCopy(pszJson, pszJson ? sizeof(wchar_t) * std::wcslen(pszJson) : 0,
-              "JSON String is empty!");
-    return CJsonTextReader::ConvertJsonToXml(BufferAsText(), *m_pContext);
+    const wchar_t* const pszText = pszJson ? pszJson : L"";
+    return ConvertJson(std::string(reinterpret_cast<const char*>(pszText),
+                                   std::wcslen(pszText) * sizeof(wchar_t)));
 }
 
 CBinaryData CXmlDocument::LoadJsonStream(const unsigned char* pData, unsigned long nLength)
@@ -161,9 +156,13 @@ void CXmlDocument::StoreCopy(const void* pData, unsigned long nLength, const cha
     SetBuffer(pBytes.release(), nLength);
 }
 
-std::string CXmlDocument::BufferAsText() const
+// A copy, as the text may lie in this document.
+CBinaryData CXmlDocument::ConvertJson(const std::string& strJson)
 {
-    return std::string(reinterpret_cast<const char*>(m_pBuffer), m_iBufferLength);
+    Cleanup();
+    if (strJson.empty())
+        throw CQnException("JSON String is empty!");
+    return CJsonTextReader::ConvertJsonToXml(strJson, *m_pContext);
 }
 
 CBinaryData CXmlDocument::ParseJson()

@@ -1,6 +1,6 @@
 #include "QnXmlLib16/xml/internal/XmlName.h"
 
-#include <cstring>
+#include "QnXmlLib16/support/internal/ShortText.h"
 
 namespace QnXmlLib16 {
 
@@ -14,30 +14,6 @@ bool SpeaksOfTheDocument(std::string_view namespaceURI)
     return namespaceURI == kInstanceNamespace || namespaceURI == kXmlnsNamespace;
 }
 
-std::uint64_t Load(const char* p)
-{
-    std::uint64_t value;
-    std::memcpy(&value, p, sizeof value);
-    return value;
-}
-
-std::uint64_t LoadShort(const char* p, std::size_t nLength)
-{
-    std::uint64_t value = 0;
-    std::memcpy(&value, p, nLength);
-    return value;
-}
-
-// The two halves of the full product, folded.
-std::uint64_t Mix(std::uint64_t a, std::uint64_t b)
-{
-    const unsigned __int128 product = static_cast<unsigned __int128>(a) * b;
-    return static_cast<std::uint64_t>(product) ^ static_cast<std::uint64_t>(product >> 64);
-}
-
-constexpr std::uint64_t kOdd1 = 0x9E3779B97F4A7C15; // bits of the golden ratio
-constexpr std::uint64_t kOdd2 = 0xC2B2AE3D27D4EB4F;
-
 } // namespace
 
 CXmlName::CXmlName(std::string_view localName, std::string_view namespaceURI)
@@ -50,19 +26,12 @@ CXmlName::CXmlName(std::string_view localName, std::string_view namespaceURI)
       m_bNilAttribute(SpeaksOfTheDocument(namespaceURI) && localName == "nil")
 {}
 
-CXmlNameTable::CXmlNameTable() : m_seed(reinterpret_cast<std::uintptr_t>(this) * kOdd1) {}
+CXmlNameTable::CXmlNameTable() : m_seed(reinterpret_cast<std::uintptr_t>(this) * 0x9E3779B97F4A7C15)
+{}
 
 std::uint64_t CXmlNameTable::Hash(std::string_view key) const
 {
-    const char* p = key.data();
-    std::size_t nLeft = key.size();
-    std::uint64_t hash = m_seed ^ nLeft;
-    for (; nLeft > 16; p += 16, nLeft -= 16)
-        hash = Mix(Load(p) ^ kOdd1 ^ hash, Load(p + 8) ^ kOdd2 ^ m_seed);
-    const bool bLong = nLeft >= 8;
-    const std::uint64_t first = bLong ? Load(p) : LoadShort(p, nLeft);
-    const std::uint64_t last = bLong ? Load(p + nLeft - 8) : 0;
-    return Mix(first ^ kOdd1 ^ hash, last ^ kOdd2 ^ m_seed);
+    return HashText(key, m_seed);
 }
 
 const CXmlName* CXmlNameTable::Find(std::string_view key) const
