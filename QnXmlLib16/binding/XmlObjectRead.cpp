@@ -18,6 +18,8 @@ class CInput : public CXmlDocument
 {
 public:
     using CXmlDocument::CXmlDocument;
+    using CXmlDocument::LoadXmlInPlace;
+    using CXmlDocument::LoadXmlStreamInPlace;
 
     CXmlElement* TakeDocumentElement()
     {
@@ -51,7 +53,7 @@ void CXmlObjectBase::FromXml(const char* pszXml, const CSerializationContext& co
 {
     CLicenceGate::GetGate()->Consult();
     CInput document(context);
-    document.LoadXml(pszXml);
+    document.LoadXmlInPlace(pszXml);
     ReadElement(*this, document.TakeDocumentElement(), context);
 }
 
@@ -68,7 +70,7 @@ void CXmlObjectBase::FromXmlStream(unsigned char* pData, unsigned long nLength,
 {
     CLicenceGate::GetGate()->Consult();
     CInput document(context);
-    document.LoadXmlStream(pData, nLength);
+    document.LoadXmlStreamInPlace(pData, nLength);
     ReadElement(*this, document.TakeDocumentElement(), context);
 }
 

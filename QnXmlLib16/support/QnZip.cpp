@@ -2,6 +2,7 @@
 
 #include "QnXmlLib16/support/Exceptions.h"
 #include "QnXmlLib16/support/Functions.h"
+#include "QnXmlLib16/support/internal/CompressedData.h"
 #include "QnXmlLib16/values/BinaryData.h"
 
 #include <algorithm>
@@ -113,6 +114,8 @@ void CQnZip::Compress(unsigned char** ppData, unsigned long* pulLength, Compress
 void CQnZip::Decompress(unsigned char** ppData, unsigned long* pulLength)
 {
     const std::size_t uLength = *pulLength;
+    if (!MayBeCompressed(*ppData, uLength))
+        return;
     const Bytes pWork(new unsigned char[kWorkSize]);
     z_stream stream{};
     if (inflateInit2_(&stream, kGZipOrZLib, kVersion, kStreamSize) != Z_OK)

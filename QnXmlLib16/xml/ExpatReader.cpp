@@ -4,6 +4,7 @@
 #include "QnXmlLib16/support/Encoder.h"
 #include "QnXmlLib16/support/Exceptions.h"
 #include "QnXmlLib16/support/Functions.h"
+#include "QnXmlLib16/support/internal/ShortText.h"
 #include "QnXmlLib16/xml/XmlDocument.h"
 #include "QnXmlLib16/xml/XmlElement.h"
 #include "QnXmlLib16/xml/internal/PlainText.h"
@@ -93,6 +94,12 @@ void CExpatReader::Parse(bool bFinal)
                                                            : m_nPieceSize;
     } while (status == XML_STATUS_OK && nLeft > 0);
 
+    // Behind a failure the tree stays as far as it was read.
+    const std::vector<CXmlElement*>& vecOpen = m_pDocument->m_vecElementStack;
+    while (!m_vecTextStarts.empty()) {
+        MoveInnermostText(*vecOpen[m_vecTextStarts.size() - 1]);
+        m_vecTextStarts.pop_back();
+    }
     if (m_pFailure) {
         Cleanup();
         std::rethrow_exception(std::exchange(m_pFailure, nullptr));
@@ -130,9 +137,9 @@ const std::string& CExpatReader::ToLocalCodePage(const char* pText, std::size_t 
 // A name that was seen before costs neither a conversion nor memory.
 const CXmlName* CExpatReader::LookUpName(const char* pszName)
 {
-    const std::string_view key(pszName);
-    if (const CXmlName* pKnown = m_pNames->Find(key))
+    if (const CXmlName* pKnown = m_pNames->Find(pszName))
         return pKnown;
+    const std::string_view key(pszName);
     const std::size_t nBar = key.find(kSeparator);
     std::string strNamespace;
     if (nBar != std::string_view::npos)
@@ -146,9 +153,13 @@ const CXmlName* CExpatReader::LookUpName(const char* pszName)
 
 void CExpatReader::StartElement(const char* pszName, const char** ppszAttributes)
 {
+    // The function that is shown the new element once it is done may look at those around it.
+    if (m_pDocument->m_pfnElementDone && !m_vecTextStarts.empty())
+        MoveInnermostText(*m_pDocument->GetInnermostElement());
     const CXmlName* pName = LookUpName(pszName);
     CXmlElement* pElement = m_pDocument->GetDocumentElement() ? m_pDocument->AddChildElement(pName)
                                                               : m_pDocument->AddDocElement(pName);
+    m_vecTextStarts.push_back(m_nOpenTexts);
     const char** ppszEnd = ppszAttributes;
     while (*ppszEnd)
         ppszEnd += 2;
@@ -166,17 +177,44 @@ void CExpatReader::StartElement(const char* pszName, const char** ppszAttributes
     }
 }
 
+void CExpatReader::EndElement()
+{
+    if (!m_vecTextStarts.empty()) {
+        MoveInnermostText(*m_pDocument->GetInnermostElement());
+        m_vecTextStarts.pop_back();
+    }
+    m_pDocument->EndElement();
+}
+
 void CExpatReader::Text(const char* pText, std::size_t nLength)
 {
-    CXmlElement* pElement = m_pDocument->GetInnermostElement();
-    if (!pElement)
+    if (m_vecTextStarts.empty())
         throw CQnInvalidStateException("No element is open.");
-    if (IsPlainText(pText, nLength)) {
-        pElement->m_strText.append(pText, nLength);
-        return;
+    if (!IsPlainText(pText, nLength)) {
+        ToLocalCodePage(pText, nLength);
+        CXmlDocument::DropCR(m_strScratch, 0);
+        pText = m_strScratch.data();
+        nLength = m_strScratch.size();
     }
-    const std::string& strText = ToLocalCodePage(pText, nLength);
-    m_pDocument->AppendTextExcludingCR(pElement, strText.data(), strText.size());
+    if (nLength > m_strOpenTexts.size() - m_nOpenTexts)
+        m_strOpenTexts.resize(2 * m_strOpenTexts.size() + nLength);
+    CopyBytes(m_strOpenTexts.data() + m_nOpenTexts, pText, nLength);
+    m_nOpenTexts += nLength;
+}
+
+void CExpatReader::MoveInnermostText(CXmlElement& element)
+{
+    const std::size_t nStart = m_vecTextStarts.back();
+    const std::size_t nLength = m_nOpenTexts - nStart;
+    if (nLength == 0)
+        return;
+    // A new text takes the memory that it needs, where one that grows takes up to twice that.
+    const char* const pText = m_strOpenTexts.data() + nStart;
+    if (element.m_strText.empty())
+        element.m_strText = std::string(pText, nLength);
+    else
+        element.m_strText.append(pText, nLength);
+    m_nOpenTexts = nStart;
 }
 
 void CExpatReader::FnStartElement(void* pUserData, const char* pszName, const char** ppszAttributes)
@@ -198,7 +236,7 @@ void CExpatReader::FnEndElement(void* pUserData, const char* /*pszName*/)
     if (pReader->m_pFailure)
         return;
     try {
-        pReader->m_pDocument->EndElement();
+        pReader->EndElement();
     }
     catch (...) {
         pReader->KeepException();

@@ -152,13 +152,17 @@ void CXmlDocument::AppendTextExcludingCR(CXmlElement* pElement, const char* pTex
     // Appended whole first, since the text may lie in the element's own.
     std::string& strText = pElement->m_strText;
     const std::size_t nBefore = strText.size();
-    const std::size_t nBytes = strnlen(Text(pText), nLength);
-    strText.append(Text(pText), nBytes);
+    strText.append(Text(pText), strnlen(Text(pText), nLength));
+    DropCR(strText, nBefore);
+}
+
+void CXmlDocument::DropCR(std::string& strText, std::size_t nFrom)
+{
     // Deliberate: every carriage return is dropped, one that came as a character reference too.
     // Pinned by DocumentLoad.CarriageReturnsAreDropped.
-    if (std::memchr(strText.data() + nBefore, '\r', nBytes)) {
-        const auto itNew = strText.begin() + static_cast<std::ptrdiff_t>(nBefore);
-        strText.erase(std::remove(itNew, strText.end(), '\r'), strText.end());
+    if (std::memchr(strText.data() + nFrom, '\r', strText.size() - nFrom)) {
+        const auto itFrom = strText.begin() + static_cast<std::ptrdiff_t>(nFrom);
+        strText.erase(std::remove(itFrom, strText.end(), '\r'), strText.end());
     }
 }
 

@@ -119,6 +119,11 @@ public:
     void SetAlias(const char* pszPrefix, const char* pszNamespace);
 
 protected:
+    // As LoadXml and LoadXmlStream, but for the copy: the text is parsed where it lies, unless it
+    // is compressed, and must not change meanwhile. The document is left without a buffer.
+    void LoadXmlInPlace(const char* pszXml);
+    void LoadXmlStreamInPlace(const unsigned char* pData, unsigned long nLength);
+
     // Replaces the buffer by nLength bytes from array new; takes them over.
     void SetBuffer(unsigned char* pBuffer, unsigned long nLength);
 
@@ -127,12 +132,17 @@ private:
     friend class CFastInfosetReader;
     friend class CXmlElement;
 
+    class CLentBuffer;
+
+    static void DropCR(std::string& strText, std::size_t nFrom);
+
     CXmlElement* AddDocElement(const CXmlName* pName);
     CXmlElement* AddChildElement(const CXmlName* pName);
     void StoreFile(const char* pszPath);
     void StoreCopy(const void* pData, unsigned long nLength, const char* pszIfEmpty);
     CBinaryData ConvertJson(const std::string& strJson);
     void Parse();
+    void ParsePlain();
     void ParseText();
     CBinaryData ParseJson();
 

@@ -7,6 +7,7 @@
 #include "QnXmlLib16/support/Exceptions.h"
 #include "QnXmlLib16/support/Functions.h"
 #include "QnXmlLib16/support/QnZip.h"
+#include "QnXmlLib16/support/internal/CompressedData.h"
 #include "QnXmlLib16/support/internal/FileHandle.h"
 #include "QnXmlLib16/values/BinaryData.h"
 #include "QnXmlLib16/xml/ExpatReader.h"
@@ -70,6 +71,27 @@ CBytesPtr ReadFile(const std::string& strPath, unsigned long& nLength)
 }
 
 } // namespace
+
+// Lends the document a buffer that somebody else owns, for the time of a parse.
+class CXmlDocument::CLentBuffer
+{
+public:
+    CLentBuffer(CXmlDocument& document, const unsigned char* pData, unsigned long nLength)
+        : m_document(document)
+    {
+        m_document.SetBuffer(const_cast<unsigned char*>(pData), nLength); // only read from
+    }
+    CLentBuffer(const CLentBuffer&) = delete;
+    CLentBuffer& operator=(const CLentBuffer&) = delete;
+    ~CLentBuffer()
+    {
+        m_document.m_pBuffer = nullptr;
+        m_document.m_iBufferLength = 0;
+    }
+
+private:
+    CXmlDocument& m_document;
+};
 
 void CXmlDocument::Load(const char* pszPath)
 {
@@ -179,10 +201,34 @@ CBinaryData CXmlDocument::ParseJson()
     return CJsonTextReader::ConvertJsonToXml(strJson, *m_pContext);
 }
 
+void CXmlDocument::LoadXmlInPlace(const char* pszXml)
+{
+    const std::size_t nLength = pszXml ? std::strlen(pszXml) : 0;
+    if (nLength == 0)
+        return LoadXml(pszXml);
+    Cleanup();
+    const CLentBuffer lent(*this, reinterpret_cast<const unsigned char*>(pszXml), nLength);
+    ParseText();
+}
+
+void CXmlDocument::LoadXmlStreamInPlace(const unsigned char* pData, unsigned long nLength)
+{
+    if (!pData || nLength == 0 || MayBeCompressed(pData, nLength))
+        return LoadXmlStream(pData, nLength);
+    Cleanup();
+    const CLentBuffer lent(*this, pData, nLength);
+    ParsePlain();
+}
+
 // What came as a file or as a stream; the data alone tell its format.
 void CXmlDocument::Parse()
 {
     CQnZip::Decompress(&m_pBuffer, &m_iBufferLength);
+    ParsePlain();
+}
+
+void CXmlDocument::ParsePlain()
+{
     if (!CFastInfosetReader(m_pContext->GetFIContext(), *this).Parse())
         ParseText();
 }

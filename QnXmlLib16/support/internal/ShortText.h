@@ -5,7 +5,7 @@
 #include <cstring>
 #include <string_view>
 
-// Hash and comparison of texts that are short as a rule, inline.
+// Hash, comparison and copies of texts that are short as a rule, inline.
 
 namespace QnXmlLib16 {
 
@@ -15,6 +15,23 @@ TUnit LoadUnit(const char* p)
     TUnit unit;
     std::memcpy(&unit, p, sizeof unit);
     return unit;
+}
+
+// As memcpy, without a call for up to 16 bytes.
+inline void CopyBytes(char* pTo, const char* pFrom, std::size_t nLength)
+{
+    if (nLength > 16) {
+        std::memcpy(pTo, pFrom, nLength);
+    }
+    else if (nLength >= 8) {
+        const std::uint64_t uLast = LoadUnit<std::uint64_t>(pFrom + nLength - 8);
+        std::memcpy(pTo, pFrom, 8);
+        std::memcpy(pTo + nLength - 8, &uLast, 8);
+    }
+    else {
+        for (std::size_t i = 0; i < nLength; ++i)
+            pTo[i] = pFrom[i];
+    }
 }
 
 // As memcmp == 0, without a call for up to 16 bytes.

@@ -2,6 +2,8 @@
 
 #include "QnXmlLib16/support/internal/ShortText.h"
 
+#include <cstring>
+
 namespace QnXmlLib16 {
 
 namespace {
@@ -34,7 +36,19 @@ std::uint64_t CXmlNameTable::Hash(std::string_view key) const
     return HashText(key, m_seed);
 }
 
-const CXmlName* CXmlNameTable::Find(std::string_view key) const
+const CXmlName* CXmlNameTable::Find(const char* pszKey)
+{
+    if (m_vecSlots.empty())
+        return nullptr;
+    const std::size_t nExpected = m_vecSlots[m_nLastFound].nFollower;
+    const CSlot& slot = m_vecSlots[nExpected];
+    if (!slot.pName || std::strcmp(slot.strKey.c_str(), pszKey) != 0)
+        return Find(std::string_view(pszKey));
+    m_nLastFound = nExpected;
+    return slot.pName.GetPtr();
+}
+
+const CXmlName* CXmlNameTable::Find(std::string_view key)
 {
     if (m_vecSlots.empty())
         return nullptr;
@@ -42,8 +56,13 @@ const CXmlName* CXmlNameTable::Find(std::string_view key) const
     const std::size_t nMask = m_vecSlots.size() - 1;
     for (std::size_t n = hash & nMask;; n = (n + 1) & nMask) {
         const CSlot& slot = m_vecSlots[n];
-        if (!slot.pName || (slot.hash == hash && slot.strKey == key))
+        if (!slot.pName)
+            return nullptr;
+        if (slot.hash == hash && slot.strKey == key) {
+            m_vecSlots[m_nLastFound].nFollower = n;
+            m_nLastFound = n;
             return slot.pName.GetPtr();
+        }
     }
 }
 
@@ -61,9 +80,13 @@ void CXmlNameTable::Grow()
     constexpr std::size_t kFirstSize = 16;
     std::vector<CSlot> vecOld(m_vecSlots.empty() ? kFirstSize : m_vecSlots.size() * 2);
     vecOld.swap(m_vecSlots);
-    for (CSlot& slot : vecOld)
-        if (slot.pName)
-            m_vecSlots[FreeSlot(slot.hash)] = std::move(slot);
+    m_nLastFound = 0;
+    for (CSlot& slot : vecOld) {
+        if (!slot.pName)
+            continue;
+        slot.nFollower = 0; // the keys move
+        m_vecSlots[FreeSlot(slot.hash)] = std::move(slot);
+    }
 }
 
 void CXmlNameTable::Add(std::string_view key, const CSmartPtr<const CXmlName>& pName)
@@ -83,6 +106,7 @@ void CXmlNameTable::Clear()
 {
     m_vecSlots = std::vector<CSlot>();
     m_nTaken = 0;
+    m_nLastFound = 0;
 }
 
 } // namespace QnXmlLib16

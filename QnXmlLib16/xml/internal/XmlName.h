@@ -42,15 +42,17 @@ private:
 };
 
 // Finds names by a text that stands for them: a hash table with linear probing. Looking up a known
-// text allocates nothing. The hash depends on the table's address, so that a document can't be
-// made to collide.
+// text allocates nothing; where it follows the text that it followed the last time, as names in a
+// document mostly do, it is not even hashed. The hash depends on the table's address, so that a
+// document can't be made to collide.
 class CXmlNameTable
 {
 public:
     CXmlNameTable();
 
-    // Null if the key is unknown.
-    const CXmlName* Find(std::string_view key) const;
+    // Null if the key is unknown. The first form is for tables whose keys hold no zero bytes.
+    const CXmlName* Find(const char* pszKey);
+    const CXmlName* Find(std::string_view key);
 
     // Enters a key that is not in the table yet.
     void Add(std::string_view key, const CSmartPtr<const CXmlName>& pName);
@@ -63,6 +65,7 @@ private:
         std::uint64_t hash = 0;
         CSmartPtr<const CXmlName> pName; // null: the slot is free
         std::string strKey;
+        std::size_t nFollower = 0; // where the key lay that was looked up next
     };
 
     std::uint64_t Hash(std::string_view key) const;
@@ -72,6 +75,7 @@ private:
     // Invariant: the number of slots is 0 or a power of two, and at most half of them are taken.
     std::vector<CSlot> m_vecSlots;
     std::size_t m_nTaken = 0;
+    std::size_t m_nLastFound = 0;
     std::uint64_t m_seed;
 };
 
