@@ -43,6 +43,14 @@ private:
     double m_start = Now();
 };
 
+template <class TAction>
+double ThreadSeconds(const TAction& action)
+{
+    const CThreadStopwatch stopwatch;
+    action();
+    return stopwatch.Seconds();
+}
+
 inline double Median(std::vector<double> vec)
 {
     const auto middle = vec.begin() + static_cast<std::ptrdiff_t>(vec.size() / 2);
