@@ -120,6 +120,13 @@ public:
     const CFIStringTable& GetLocalNamesTable() const { return m_tabLocalNames; }
     const CFIStringTable& GetNamespaceNamesTable() const { return m_tabNamespaceNames; }
     const CFIStringTable& GetPrefixNamesTable() const { return m_tabPrefixNames; }
+    CFIQNameTable& GetAttributeNamesTable() { return m_tabAttributeNames; }
+    CFIStringTable& GetAttributeValuesTable() { return m_tabAttributeValues; }
+    CFIQNameTable& GetElementNamesTable() { return m_tabElementNames; }
+    CFIStringTable& GetCharacterChunksTable() { return m_tabCharacterChunks; }
+    CFIStringTable& GetLocalNamesTable() { return m_tabLocalNames; }
+    CFIStringTable& GetNamespaceNamesTable() { return m_tabNamespaceNames; }
+    CFIStringTable& GetPrefixNamesTable() { return m_tabPrefixNames; }
 
     // False, with iIndex untouched, for a key that the map doesn't hold.
     bool FindIndex(const CTextMap& map, const std::string& strKey, unsigned long& iIndex) const;

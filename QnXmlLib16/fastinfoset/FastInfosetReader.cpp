@@ -71,7 +71,11 @@ std::string_view UpToZero(std::string_view text)
 } // namespace
 
 CFastInfosetReader::CFastInfosetReader(const CFastInfosetContext& context, CXmlDocument& document)
-    : CInstanceMonitor("CFastInfosetReader"), m_context(context), m_document(document)
+    : CInstanceMonitor("CFastInfosetReader"),
+      m_context(context),
+      m_document(document),
+      // What is built in waits for a document; what the context holds may change until then.
+      m_pVocabulary(context.GetUseGeneratedVocabulary() ? NewVocabulary(context) : nullptr)
 {}
 
 CFastInfosetReader::~CFastInfosetReader()
@@ -104,7 +108,8 @@ bool CFastInfosetReader::Parse()
     m_pCurrent = m_pNext;
     if (!ReadHeader())
         return false;
-    m_pVocabulary = NewVocabulary(m_context);
+    if (!m_pVocabulary)
+        m_pVocabulary = NewVocabulary(m_context);
     m_vecElementNames.assign(m_pVocabulary->m_tabElementNames.m_vecNames.size(), TreeName());
     m_vecAttributeNames.assign(m_pVocabulary->m_tabAttributeNames.m_vecNames.size(), TreeName());
     m_nExpanded = 0;
@@ -547,7 +552,7 @@ void CFastInfosetReader::ReadQName(QNames& vec)
 unsigned long CFastInfosetReader::ReadNamePart(Strings& vec, std::string& strPart)
 {
     if (IdentifyingStringOrIndex() == Form_Index) {
-        strPart = Entry(vec);
+        strPart = CountedEntry(vec);
         return m_iIndex;
     }
     strPart.assign(m_text);
@@ -600,14 +605,20 @@ const std::string& CFastInfosetReader::Entry(const Strings& vec)
     return vec[m_iIndex - 1];
 }
 
-std::string_view CFastInfosetReader::ValueEntry(const Strings& vec)
+// The same for an entry that is copied: a few octets may stand for a long text.
+const std::string& CFastInfosetReader::CountedEntry(const Strings& vec)
 {
-    const std::string& strValue = Entry(vec);
-    m_nExpanded += strValue.size();
+    const std::string& strEntry = Entry(vec);
+    m_nExpanded += strEntry.size();
     if (m_nExpanded > kFreeExpansion && m_nExpanded / kMaxExpansion > m_document.GetBufferLength())
         Fail("Failed to parse FastInfoset. The indexes stand for too much text.");
+    return strEntry;
+}
+
+std::string_view CFastInfosetReader::ValueEntry(const Strings& vec)
+{
     m_bPlain = false;
-    return strValue;
+    return CountedEntry(vec);
 }
 
 // ---- Strings ----

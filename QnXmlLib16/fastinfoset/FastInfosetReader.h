@@ -136,6 +136,7 @@ private:
     unsigned long Integer1To2pw20Bit4();
 
     const std::string& Entry(const Strings& vec);
+    const std::string& CountedEntry(const Strings& vec);
     std::string_view ValueEntry(const Strings& vec);
 
     const CFastInfosetContext& m_context; // not owned

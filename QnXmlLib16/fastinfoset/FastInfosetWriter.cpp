@@ -415,7 +415,6 @@ void CFastInfosetWriter::WriteStartDocument(FInfoDecl eDeclaration)
 void CFastInfosetWriter::WriteEndDocument()
 {
     m_stream.Append(m_bPendingTerminator ? kDoubleTerminator : kTerminator);
-    m_bPendingTerminator = false;
 }
 
 void CFastInfosetWriter::WriteElement(bool bHasAttributes)

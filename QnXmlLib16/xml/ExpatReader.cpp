@@ -30,6 +30,7 @@ constexpr std::size_t kSmallDocument = std::size_t{1} << 20;
 constexpr std::size_t kSmallPieceSize = std::size_t{32} << 10;
 constexpr std::size_t kLargePieceSize = std::size_t{512} << 20;
 constexpr std::size_t kLargestPieceSize = INT_MAX;
+constexpr std::size_t kLongestKeptName = 1024;
 
 CExpatReader* Reader(void* pUserData)
 {
@@ -80,6 +81,7 @@ void CExpatReader::Parse(bool bFinal)
     std::size_t nLeft = m_pDocument->GetBufferLength();
     std::size_t nPiece = m_nPieceSize;
     XML_Status status;
+    m_bCollectsTexts = true;
     // In pieces, since XML_Parse takes an int and would cut a larger length without a word. Events
     // come as from a single call, but that a text may arrive in more parts.
     do {
@@ -94,10 +96,10 @@ void CExpatReader::Parse(bool bFinal)
                                                            : m_nPieceSize;
     } while (status == XML_STATUS_OK && nLeft > 0);
 
-    // Behind a failure the tree stays as far as it was read.
-    const std::vector<CXmlElement*>& vecOpen = m_pDocument->m_vecElementStack;
+    // Elements are open behind a failure, and where the input goes on.
+    m_bCollectsTexts = false;
     while (!m_vecTextStarts.empty()) {
-        MoveInnermostText(*vecOpen[m_vecTextStarts.size() - 1]);
+        MoveInnermostText();
         m_vecTextStarts.pop_back();
     }
     if (m_pFailure) {
@@ -147,19 +149,25 @@ const CXmlName* CExpatReader::LookUpName(const char* pszName)
     const std::size_t nLocal = nBar == std::string_view::npos ? 0 : nBar + 1;
     const std::string& strLocal = ToLocalCodePage(pszName + nLocal, key.size() - nLocal);
     const CXmlName* pName = m_pDocument->m_pStore->GetName(strLocal, strNamespace);
-    m_pNames->Add(key, pName);
+    // Expat spells the namespace out in every name: with a long one, many names would take much more
+    // memory than the document.
+    if (key.size() <= kLongestKeptName)
+        m_pNames->Add(key, pName);
     return pName;
 }
 
 void CExpatReader::StartElement(const char* pszName, const char** ppszAttributes)
 {
     // The function that is shown the new element once it is done may look at those around it.
-    if (m_pDocument->m_pfnElementDone && !m_vecTextStarts.empty())
-        MoveInnermostText(*m_pDocument->GetInnermostElement());
+    if (m_pDocument->m_pfnElementDone && m_bCollectsTexts) {
+        FindTextStarts();
+        MoveInnermostText();
+    }
     const CXmlName* pName = LookUpName(pszName);
     CXmlElement* pElement = m_pDocument->GetDocumentElement() ? m_pDocument->AddChildElement(pName)
                                                               : m_pDocument->AddDocElement(pName);
-    m_vecTextStarts.push_back(m_nOpenTexts);
+    if (m_bCollectsTexts)
+        FindTextStarts();
     const char** ppszEnd = ppszAttributes;
     while (*ppszEnd)
         ppszEnd += 2;
@@ -179,41 +187,59 @@ void CExpatReader::StartElement(const char* pszName, const char** ppszAttributes
 
 void CExpatReader::EndElement()
 {
-    if (!m_vecTextStarts.empty()) {
-        MoveInnermostText(*m_pDocument->GetInnermostElement());
-        m_vecTextStarts.pop_back();
+    if (m_bCollectsTexts) {
+        FindTextStarts();
+        MoveInnermostText();
     }
     m_pDocument->EndElement();
 }
 
 void CExpatReader::Text(const char* pText, std::size_t nLength)
 {
-    if (m_vecTextStarts.empty())
+    CXmlElement* pElement = m_pDocument->GetInnermostElement();
+    if (!pElement)
         throw CQnInvalidStateException("No element is open.");
     if (!IsPlainText(pText, nLength)) {
         ToLocalCodePage(pText, nLength);
         CXmlDocument::DropCR(m_strScratch, 0);
         pText = m_strScratch.data();
-        nLength = m_strScratch.size();
+        nLength = strnlen(pText, m_strScratch.size());
     }
+    if (!m_bCollectsTexts) {
+        pElement->m_strText.append(pText, nLength);
+        return;
+    }
+    FindTextStarts();
     if (nLength > m_strOpenTexts.size() - m_nOpenTexts)
         m_strOpenTexts.resize(2 * m_strOpenTexts.size() + nLength);
     CopyBytes(m_strOpenTexts.data() + m_nOpenTexts, pText, nLength);
     m_nOpenTexts += nLength;
 }
 
-void CExpatReader::MoveInnermostText(CXmlElement& element)
+// The text of an element that was opened since begins at the end of the others. The element-done
+// function may open and close elements too, but meets no text that is not in its element yet.
+void CExpatReader::FindTextStarts()
 {
+    const std::size_t nOpen = m_pDocument->m_vecElementStack.size();
+    if (m_vecTextStarts.size() != nOpen)
+        m_vecTextStarts.resize(nOpen, m_nOpenTexts);
+}
+
+void CExpatReader::MoveInnermostText()
+{
+    if (m_vecTextStarts.empty())
+        return;
     const std::size_t nStart = m_vecTextStarts.back();
     const std::size_t nLength = m_nOpenTexts - nStart;
     if (nLength == 0)
         return;
     // A new text takes the memory that it needs, where one that grows takes up to twice that.
     const char* const pText = m_strOpenTexts.data() + nStart;
-    if (element.m_strText.empty())
-        element.m_strText = std::string(pText, nLength);
+    std::string& strText = m_pDocument->m_vecElementStack[m_vecTextStarts.size() - 1]->m_strText;
+    if (strText.empty())
+        strText = std::string(pText, nLength);
     else
-        element.m_strText.append(pText, nLength);
+        strText.append(pText, nLength);
     m_nOpenTexts = nStart;
 }
 

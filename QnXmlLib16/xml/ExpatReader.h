@@ -65,7 +65,8 @@ private:
     void StartElement(const char* pszName, const char** ppszAttributes);
     void EndElement();
     void Text(const char* pText, std::size_t nLength);
-    void MoveInnermostText(CXmlElement& element);
+    void FindTextStarts();
+    void MoveInnermostText();
     const CXmlName* LookUpName(const char* pszName);
     const std::string& ToLocalCodePage(const char* pText, std::size_t nLength);
     void KeepException() noexcept;
@@ -74,12 +75,13 @@ private:
     std::unique_ptr<XML_ParserStruct, ParserFree> m_parser;
     std::unique_ptr<CXmlNameTable> m_pNames; // by the names that Expat gives
     std::string m_strScratch;                // the last converted text; keeps its capacity
-    // The first m_nOpenTexts bytes are the texts of the open elements, from the document element
-    // inwards, with the place where each begins: an element whose text comes in many parts, between
-    // its children, takes memory for it once.
+    // While Expat runs, the first m_nOpenTexts bytes are the texts of the open elements, from the
+    // document element inwards, with the place where each begins: an element whose text comes in
+    // many parts, between its children, takes memory for it once.
     std::string m_strOpenTexts;
     std::size_t m_nOpenTexts = 0;
     std::vector<std::size_t> m_vecTextStarts;
+    bool m_bCollectsTexts = false;
     std::exception_ptr m_pFailure; // what a callback threw; no callback acts after it
     std::size_t m_nPieceSize;
 };

@@ -10,7 +10,7 @@ CXmlAttribute::CXmlAttribute(const CXmlElement* pElement, const std::string& str
                              const std::string& strValue, const std::string& strNamespace)
     : CInstanceMonitor("CXmlAttribute"),
       m_pElement(pElement),
-      m_pName(new CXmlName(strName, strNamespace)),
+      m_pName(new CXmlName(strName, new CXmlNamespace(strNamespace))),
       m_strValue(strValue)
 {}
 

@@ -50,9 +50,11 @@ public:
     void Init();
 
     // Every load fails with CQnException. The words for damaged XML text are those of Expat,
-    // followed by " at line " and the line number.
+    // followed by " at line " and the line number. Files and streams may hold XML text (XML 1.0) or
+    // Fast Infoset (ITU-T X.891), plain, under gzip or under zlib, which the data tell; a string
+    // is XML text.
 
-    // From a file with XML text (XML 1.0). "Failed to open the file [%s].", "Failed to get the
+    // From a file. "Failed to open the file [%s].", "Failed to get the
     // size of the file [%s] Error [0]" for anything but a regular file, "Failed to read the
     // contents of the file [%s] Error [%n]" for an empty file too.
     void Load(const char* pszPath);
@@ -65,7 +67,7 @@ public:
     // above U+FFFF arrives as another one. An encoding that the text declares must be UTF-16.
     void LoadXml(const wchar_t* pszXml);
 
-    // From nLength bytes of XML text. "XML Stream is empty!"
+    // From nLength bytes. "XML Stream is empty!"
     void LoadXmlStream(const unsigned char* pData, unsigned long nLength);
 
     // JSON (RFC 8259) does not fill the tree: each of these returns the document as XML text in

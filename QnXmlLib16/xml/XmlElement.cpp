@@ -16,7 +16,7 @@ CSmartPtr<const CXmlName> MakeName(CXmlNodeStore* pStore, std::string_view local
                                    std::string_view namespaceURI)
 {
     return pStore ? pStore->GetName(localName, namespaceURI)
-                  : new CXmlName(localName, namespaceURI);
+                  : new CXmlName(localName, new CXmlNamespace(namespaceURI));
 }
 
 std::string_view View(const char* psz)

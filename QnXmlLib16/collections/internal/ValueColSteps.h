@@ -17,8 +17,8 @@
 //
 // Invariant: the values of a collection are those from nFirst on, and nFirst is 0 where there are
 // none. The slots in front are left behind by removals at index 0, which so cost constant time:
-// Clear() removes one by one from the front, as its listeners are to see. They hold default values
-// and never outnumber the values.
+// Clear() removes one by one from the front, as its listeners are to see. They hold default
+// values.
 namespace QnXmlLib16 {
 namespace ValueColSteps {
 

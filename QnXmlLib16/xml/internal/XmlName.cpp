@@ -3,6 +3,7 @@
 #include "QnXmlLib16/support/internal/ShortText.h"
 
 #include <cstring>
+#include <utility>
 
 namespace QnXmlLib16 {
 
@@ -18,14 +19,14 @@ bool SpeaksOfTheDocument(std::string_view namespaceURI)
 
 } // namespace
 
-CXmlName::CXmlName(std::string_view localName, std::string_view namespaceURI)
+CXmlName::CXmlName(std::string_view localName, CSmartPtr<const CXmlNamespace> pNamespace)
     : m_strLocalName(localName),
-      m_strNamespaceURI(namespaceURI),
-      m_bNamespaceAttribute(SpeaksOfTheDocument(namespaceURI) &&
+      m_pNamespace(std::move(pNamespace)),
+      m_bNamespaceAttribute(SpeaksOfTheDocument(GetNamespaceURI()) &&
                             (localName == "xmlns" || localName == "type" ||
                              localName == "schemaLocation" ||
                              localName == "noNamespaceSchemaLocation")),
-      m_bNilAttribute(SpeaksOfTheDocument(namespaceURI) && localName == "nil")
+      m_bNilAttribute(SpeaksOfTheDocument(GetNamespaceURI()) && localName == "nil")
 {}
 
 CXmlNameTable::CXmlNameTable() : m_seed(reinterpret_cast<std::uintptr_t>(this) * 0x9E3779B97F4A7C15)

@@ -10,17 +10,42 @@
 
 namespace QnXmlLib16 {
 
-// A local name with its namespace URI, made once for all nodes that bear it. Never changes.
-// Counted without synchronisation, since a tree belongs to one thread.
+// A namespace URI, made once for all names in it, however long it is and however many there are.
+// Never changes. Counted without synchronisation, since a tree belongs to one thread.
+class CXmlNamespace
+{
+public:
+    explicit CXmlNamespace(std::string_view uri) : m_strURI(uri) {}
+    CXmlNamespace(const CXmlNamespace&) = delete;
+    CXmlNamespace& operator=(const CXmlNamespace&) = delete;
+
+    const std::string& GetURI() const { return m_strURI; }
+
+    void AddRef() const { ++m_nRefs; }
+    void Release() const
+    {
+        if (--m_nRefs == 0)
+            delete this;
+    }
+
+private:
+    ~CXmlNamespace() = default;
+
+    const std::string m_strURI;
+    mutable std::size_t m_nRefs = 0;
+};
+
+// A local name with its namespace, made once for all nodes that bear it. Never changes. Counted as
+// its namespace is.
 class CXmlName
 {
 public:
-    CXmlName(std::string_view localName, std::string_view namespaceURI);
+    CXmlName(std::string_view localName, CSmartPtr<const CXmlNamespace> pNamespace);
     CXmlName(const CXmlName&) = delete;
     CXmlName& operator=(const CXmlName&) = delete;
 
     const std::string& GetLocalName() const { return m_strLocalName; }
-    const std::string& GetNamespaceURI() const { return m_strNamespaceURI; }
+    const std::string& GetNamespaceURI() const { return m_pNamespace->GetURI(); }
     bool IsNamespaceAttribute() const { return m_bNamespaceAttribute; }
     bool IsNilAttribute() const { return m_bNilAttribute; }
 
@@ -35,7 +60,7 @@ private:
     ~CXmlName() = default;
 
     const std::string m_strLocalName;
-    const std::string m_strNamespaceURI;
+    const CSmartPtr<const CXmlNamespace> m_pNamespace; // never null
     bool m_bNamespaceAttribute;
     bool m_bNilAttribute;
     mutable std::size_t m_nRefs = 0;

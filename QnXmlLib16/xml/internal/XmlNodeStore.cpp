@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <new>
+#include <utility>
 
 #include <sanitizer/asan_interface.h>
 
@@ -11,20 +12,35 @@ namespace QnXmlLib16 {
 
 const CXmlName* CXmlNodeStore::GetName(std::string_view localName, std::string_view namespaceURI)
 {
-    // The length tells where the first part ends, whatever bytes the parts hold.
-    const std::size_t nLocal = localName.size();
-    m_strKey.assign(reinterpret_cast<const char*>(&nLocal), sizeof nLocal);
-    m_strKey.append(localName).append(namespaceURI);
-    if (const CXmlName* pKnown = m_names.Find(m_strKey))
+    const CXmlNamespace* const pNamespace = GetNamespace(namespaceURI);
+    m_strKey.assign(reinterpret_cast<const char*>(&pNamespace), sizeof pNamespace);
+    m_strKey.append(localName);
+    if (const CXmlName* pKnown = m_names.Find(std::string_view(m_strKey)))
         return pKnown;
-    const CSmartPtr<const CXmlName> pName = new CXmlName(localName, namespaceURI);
+    const CSmartPtr<const CXmlName> pName = new CXmlName(localName, pNamespace);
     m_names.Add(m_strKey, pName);
     return pName.GetPtr();
+}
+
+const CXmlNamespace* CXmlNodeStore::GetNamespace(std::string_view uri)
+{
+    if (!m_pLastNamespace || m_pLastNamespace->GetURI() != uri) {
+        auto it = m_namespaces.find(uri);
+        if (it == m_namespaces.end()) {
+            CSmartPtr<const CXmlNamespace> pNew = new CXmlNamespace(uri);
+            const std::string_view key = pNew->GetURI();
+            it = m_namespaces.emplace(key, std::move(pNew)).first;
+        }
+        m_pLastNamespace = it->second;
+    }
+    return m_pLastNamespace.GetPtr();
 }
 
 void CXmlNodeStore::Trim()
 {
     m_names.Clear();
+    m_pLastNamespace = nullptr;
+    m_namespaces.clear();
     if (m_nBlocks == 0)
         FreeChunks();
 }

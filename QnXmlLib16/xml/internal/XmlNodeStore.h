@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstddef>
+#include <map>
 #include <string>
 #include <string_view>
 
@@ -70,6 +71,7 @@ private:
         if (m_nRefs == 0 && m_nBlocks == 0)
             delete this;
     }
+    const CXmlNamespace* GetNamespace(std::string_view uri);
     void AddChunk();
     void FreeChunks();
 
@@ -81,6 +83,8 @@ private:
     Chunk* m_pChunks = nullptr; // owned, newest first
     std::size_t m_nSize = 0;    // of all chunks
     std::array<Header*, kLargestNode / sizeof(Header)> m_freeBySize{};
+    std::map<std::string_view, CSmartPtr<const CXmlNamespace>> m_namespaces; // keys lie in values
+    CSmartPtr<const CXmlNamespace> m_pLastNamespace;
     CXmlNameTable m_names;
     std::string m_strKey; // scratch of GetName; keeps its capacity
 };
