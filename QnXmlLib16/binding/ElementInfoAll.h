@@ -217,7 +217,7 @@ protected:
 
 // Deliberate: a class with a collection in an all group can be written, and reading it fails once
 // the elements are read, with CQnException "Not implemented, should never be called": this has no
-// Validate() of its own. Pinned by AllGroup.ACollectionEndsEveryRead.
+// Validate() of its own. Pinned by EveryMember.ReadsWhatItWrites.
 class QNXML_API CElementInfoAllCol : public CElementInfo
 {
 public:

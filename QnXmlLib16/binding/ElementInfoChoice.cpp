@@ -166,7 +166,7 @@ bool CElementInfoChoiceCol::ElementToXml(const CSerializationContext& context,
 {
     // Deliberate: no count is checked here, unlike in the other groups; an empty collection writes
     // nothing though its lower bound be above 0, and leaves the choice to the next member. Pinned
-    // by ChoiceMetadata.AnyOptionalMemberAllowsNone.
+    // by Collections.AreHeldToTheirBounds.
     return ElementToXmlCol(context, pObject, pWriter);
 }
 

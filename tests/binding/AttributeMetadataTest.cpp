@@ -57,7 +57,10 @@ std::string WriteAttributes(const CSheet& sheet, bool bNoDefaults = false)
     return strFailure.empty() ? strText.substr(2, strText.size() - 4) : strFailure;
 }
 
-constexpr char kNotWritten[] =
+constexpr auto kSequence = XmlElementGroupType_Sequence;
+const std::string kNotRead = "CQnValidationException: Failed to process the element. @/r < ";
+const std::string kUnexpected = "CQnException: Unexpected Attribute found. @/r/";
+const std::string kNotWritten =
     "CQnValidationException: Failed to convert the element [r] to XML < CQnException: Failed to "
     "convert attributes to XML < ";
 
@@ -65,7 +68,7 @@ constexpr char kNotWritten[] =
 
 TEST(AttributeMetadata, EveryClassReadsWhatItWrites)
 {
-    const CTables tables(XmlElementGroupType_Sequence, kReal, {},
+    const CTables tables(kSequence, kReal, {},
                          {Primitive("id", 0, false, it_i4), Primitive("price", 1, true, it_decimal),
                           Primitive("share", 2, true, it_r8, nullptr, {}, "%.2f"),
                           Enumeration("finish", 3, false), Enumeration("inside", 4, true),
@@ -82,68 +85,71 @@ TEST(AttributeMetadata, EveryClassReadsWhatItWrites)
 
 TEST(AttributeReading, ARequiredAttributeIsMissedWhateverTheContext)
 {
-    const auto missed = [](const char* pszName) {
-        return "CQnValidationException: Failed to process the element. @/r < "
-               "CQnValidationException: Failed to find the required Attribute [" +
-               std::string(pszName) + "].";
-    };
-    const CTables tables(XmlElementGroupType_Sequence, kReal, {},
-                         {Primitive("a", 0, false, it_i4, "5"), Enumeration("b", 1, false, "raw"),
-                          Primitive("c", 2, true, it_i4), Enumeration("d", 3, true)});
-    EXPECT_EQ(ReadAttributes(tables, "a='1' b='raw'"), "0:1 1:0");
+    const std::string strMissed = kNotRead + "CQnValidationException: Failed to find the required "
+                                             "Attribute [";
+    const CTables tables(kSequence, kReal, {},
+                         {Primitive("a", 0, false, it_i4, "5"), Enumeration("b", 1, false, "raw")});
     for (const char* pszFlags : {"", "m", "u"}) {
-        EXPECT_EQ(ReadAttributes(tables, "b='raw'", pszFlags), missed("a"));
-        EXPECT_EQ(ReadAttributes(tables, "a='1'", pszFlags), missed("b"));
+        EXPECT_EQ(ReadAttributes(tables, "b='raw'", pszFlags), strMissed + "a].");
+        EXPECT_EQ(ReadAttributes(tables, "a='1'", pszFlags), strMissed + "b].");
     }
     EXPECT_EQ(ReadAttributes(tables, "b='rough' a='1'"),
-              "CQnValidationException: Failed to process the element. @/r < "
-              "CQnInvalidValueException: No finish [rough]");
-    EXPECT_EQ(ReadAttributes(tables, "a='1' b='raw' e='1'"),
-              "CQnException: Unexpected Attribute found. @/r/@e");
+              kNotRead + "CQnInvalidValueException: No finish [rough]");
+}
+
+TEST(AttributeReading, APropertyThatFailsTellsItsPlaceOrItsName)
+{
+    const CTables tables(kSequence, kReal, {}, {Primitive("a", 0, true, it_i4)});
+    const CSmartPtr<CSheet> pSheet(new CSheet(tables));
+    pSheet->m_before = [](int, bool) { throw CQnInvalidStateException("shut"); };
+    EXPECT_EQ(WriteAttributes(*pSheet),
+              kNotWritten + "CQnValidationException: Failed to get the property value for [a]. < "
+                            "CQnInvalidStateException: shut");
+    EXPECT_EQ(Failure([&] { pSheet->FromXml("<r a='1'/>", CSerializationContext()); }),
+              "CQnException: Failed to set the property value. @/r/@a < "
+              "CQnInvalidStateException: shut");
 }
 
 TEST(AttributeReading, OnlyEnumerationsIgnoreNamespaces)
 {
-    const CTables tables(XmlElementGroupType_Sequence, kReal, {},
+    const CTables tables(kSequence, kReal, {},
                          {Primitive("a", 0, true, it_i4), Enumeration("b", 1, true)});
     const std::string strNamespace = "xmlns:x='urn:x' ";
     EXPECT_EQ(ReadAttributes(tables, strNamespace + "x:b='oiled'", "n"), "1:1");
-    EXPECT_EQ(ReadAttributes(tables, strNamespace + "x:b='oiled'"),
-              "CQnException: Unexpected Attribute found. @/r/x:@b");
-    for (const char* pszFlags : {"", "n"})
-        EXPECT_EQ(ReadAttributes(tables, strNamespace + "x:a='1'", pszFlags),
-                  "CQnException: Unexpected Attribute found. @/r/x:@a");
+    EXPECT_EQ(ReadAttributes(tables, strNamespace + "x:b='oiled'"), kUnexpected + "x:@b");
+    EXPECT_EQ(ReadAttributes(tables, strNamespace + "x:a='1'", "n"), kUnexpected + "x:@a");
 }
 
 TEST(AttributeReading, AWildcardTakesWhatItsListAdmits)
 {
-    const CTables tables(XmlElementGroupType_Sequence, kReal, {},
+    const CTables tables(kSequence, kReal, {},
                          {Primitive("a", 0, true, it_i4),
                           new CAttributeInfoAny("any", "", 1, true, nullptr, "##other", "urn:t"),
                           Primitive("x", 2, true, it_i4)},
                          {HeldAttributes(1, "##any")});
     EXPECT_EQ(ReadAttributes(tables, "x='1' a='2' b='3'"), "0:2 1:[x=1|b=3]");
-    EXPECT_EQ(ReadAttributes(tables, "xmlns:t='urn:t' t:a='1'"),
-              "CQnException: Unexpected Attribute found. @/r/t:@a");
+    EXPECT_EQ(ReadAttributes(tables, "xmlns:t='urn:t' t:a='1'"), kUnexpected + "t:@a");
 
     // The collection has the last word on what goes in.
-    const CTables narrow(XmlElementGroupType_Sequence, kReal, {},
+    const CTables narrow(kSequence, kReal, {},
                          {new CAttributeInfoAny("any", "", 1, false, nullptr, "##any", "urn:t")},
                          {HeldAttributes(1, "##targetNamespace")});
     EXPECT_EQ(ReadAttributes(narrow, ""), "");
-    EXPECT_EQ(ReadAttributes(narrow, "a='1'"),
-              "CQnValidationException: Failed to process the element. @/r < "
-              "CQnInvalidNamespaceException: Invalid namespace []. The namespace must be one of "
-              "[##targetNamespace] where the target namespace is [urn:t].");
+    EXPECT_EQ(
+        ReadAttributes(narrow, "a='1'"),
+        kNotRead +
+            "CQnInvalidNamespaceException: Invalid namespace []. The namespace must be one of "
+            "[##targetNamespace] where the target namespace is [urn:t].");
 
     for (const bool bNull : {true, false}) {
-        const CTables wrong(XmlElementGroupType_Sequence, kReal, {},
+        const CTables wrong(kSequence, kReal, {},
                             {new CAttributeInfoAny("any", "", 1, true, nullptr, "##any", "")},
                             {HeldItems(1, [bNull] { return bNull ? nullptr : MakeTexts("a"); })});
         EXPECT_EQ(ReadAttributes(wrong, "a='1'"),
-                  "CQnValidationException: Failed to process the element. @/r < CQnException: "
-                  "Serialization Data Error : The collection should be a CAttributeCol, it was "
-                  "not!");
+                  kNotRead +
+                      "CQnException: "
+                      "Serialization Data Error : The collection should be a CAttributeCol, it was "
+                      "not!");
         EXPECT_EQ(WriteAttributes(*CSmartPtr<CSheet>(new CSheet(wrong))), "");
     }
 }
@@ -166,9 +172,8 @@ TEST(AttributeWriting, LeavesOutWhatIsAbsentOrADefaultOrHasNoText)
         value.SetI4(5);
         value.SetNil();
     };
-    const std::string strNoType =
-        kNotWritten + std::string("CQnException: Invalid Type 0 to convert to string");
-    const std::string strFacet = kNotWritten + std::string("CQnException: Invalid Value for a [5]");
+    const std::string strNoType = kNotWritten + "CQnException: Invalid Type 0 to convert to string";
+    const std::string strFacet = kNotWritten + "CQnException: Invalid Value for a [5]";
     const Row rows[] = {
         {Primitive("a", 0, true, it_i4, "5"), five, " a=\"5\"", ""},
         {Primitive("a", 0, true, it_i4, "6"), five, " a=\"5\"", " a=\"5\""},
@@ -184,8 +189,6 @@ TEST(AttributeWriting, LeavesOutWhatIsAbsentOrADefaultOrHasNoText)
         {Enumeration("a", 0, false, "oiled"), oiled, " a=\"oiled\"", " a=\"oiled\""},
         {Enumeration("a", 0, true), noFinish, "", ""},
         {Enumeration("a", 0, false), noFinish, "", ""},
-        {Enumeration("a", 0, true), none, "", ""},
-        {Enumeration("a", 0, true), nil, "", ""},
         // No value is 0 for an enumeration.
         {Enumeration("a", 0, false), none, " a=\"raw\"", " a=\"raw\""},
         {Enumeration("a", 0, false), nil, " a=\"raw\"", " a=\"raw\""},
@@ -193,7 +196,7 @@ TEST(AttributeWriting, LeavesOutWhatIsAbsentOrADefaultOrHasNoText)
     int nRow = 0;
     for (const Row& row : rows) {
         SCOPED_TRACE(nRow++);
-        const CTables tables(XmlElementGroupType_Sequence, kReal, {}, {row.attribute});
+        const CTables tables(kSequence, kReal, {}, {row.attribute});
         const CSmartPtr<CSheet> pSheet(new CSheet(tables));
         row.set(pSheet->m_values[0]);
         EXPECT_EQ(WriteAttributes(*pSheet), row.text);

@@ -273,7 +273,7 @@ bool CElementInfo::Steps::ValidateMandatory(const CElementInfo& info, bool bWasR
     if (bWasRead || !bIsRealElement)
         return bWasRead;
     // Deliberate: no setting of the context lets a member of an all group be missing. Pinned by
-    // AllGroup.AMandatoryMemberIsMissedOnceAllElementsAreRead.
+    // EveryMember.IsMissedOrMayBeAbsent.
     throw CQnValidationException(
         FormatString("Failed to find the mandatory element [%s].", info.m_strName.c_str()), "");
 }

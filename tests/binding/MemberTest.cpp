@@ -1,0 +1,542 @@
+// Every class of the element metadata: each goes through the same trials, alone in a bound class
+// and together with the others of its group.
+
+#include "tests/model/Entries.h"
+
+#include "QnXmlLib16/binding/ElementInfoAll.h"
+#include "QnXmlLib16/binding/ElementInfoChoice.h"
+#include "QnXmlLib16/binding/ElementInfoSeq.h"
+#include "QnXmlLib16/collections/Element.h"
+#include "QnXmlLib16/support/Exceptions.h"
+
+#include <gtest/gtest.h>
+#include <memory>
+
+using namespace QnXmlLib16;
+using namespace QnXmlLib16Data;
+using namespace Model;
+
+namespace {
+
+constexpr auto kSeq = XmlElementGroupType_Sequence;
+constexpr auto kAll = XmlElementGroupType_All;
+constexpr auto kChoice = XmlElementGroupType_Choice;
+constexpr auto kOther = static_cast<XmlElementType>(2);
+
+const std::string kNotRead = "CQnValidationException: Failed to process the element. @/r < ";
+const std::string kNotWritten =
+    "CQnValidationException: Failed to convert the element [r] to XML < ";
+const std::string kEmptyProperty =
+    "CQnInvalidParamException: The Property [a] is mandatory, it may not be NULL";
+
+enum class Creation
+{
+    Works,
+    GivesNull,
+    Throws
+};
+Creation s_creation = Creation::Works;
+
+CSmartPtr<CXmlObjectBase> Create(int nClassId, const char* pszName)
+{
+    if (s_creation == Creation::Throws)
+        throw CQnInvalidStateException("out of stock");
+    CSmartPtr<CXmlObjectBase> pObject;
+    if (s_creation == Creation::Works)
+        pObject = CSmartPtr<CSheet>(new CSheet(nClassId == 0 ? Vice() : Span(), pszName));
+    return pObject;
+}
+
+// What an element and a property hold, with @ for the name of the member.
+struct Content
+{
+    std::string xml;
+    std::string dump;
+    CHeld (*hold)(int nProperty, const char* pszName) = nullptr; // of one that has to be there
+};
+
+template <auto make>
+CHeld Items(int nProperty, const char* pszName)
+{
+    return HeldItems(nProperty,
+                     [strName = std::string(pszName)] { return make(strName.c_str(), 0, -1); });
+}
+
+const Content kNumber = {"<@>7</@>", "7"};
+const Content kFinish = {"<@>oiled</@>", "1"};
+const Content kVice = {"<@ no=\"1\"><jaw>2</jaw></@>", "{0:1 1:2}"};
+const Content kHeldVice = {kVice.xml, kVice.dump,
+                           [](int n, const char* psz) { return HeldSheet(n, Vice(), psz); }};
+const Content kSpan = {"<from>1</from><to>2</to>", "{0:1 1:2}"};
+const Content kHeldSpan = {kSpan.xml, kSpan.dump,
+                           [](int n, const char*) { return HeldSheet(n, Span()); }};
+const Content kHeldOther = kHeldSpan;
+const Content kTool = {ToolXml("@", "Saw", "<teeth>3</teeth>"), "{0:3}"};
+const Content kWild = {"<@ b=\"1\">x</@>", "<@ b=\"1\">x</@>"};
+const Content kHeldWild = {kWild.xml, kWild.dump,
+                           [](int n, const char*) { return HeldObject(n, MakeWildcard); }};
+const Content kTexts = {"<@>1</@><@>2</@>", "[1|2]", Items<MakeTexts>};
+const Content kVices = {kVice.xml + "<@><jaw>3</jaw></@>", "[{0:1 1:2}|{1:3}]", Items<MakeVices>};
+const Content kSpans = {kSpan.xml + "<from>3</from>", "[{0:1 1:2}|{0:3}]", Items<MakeSpans>};
+const Content kTools = {kTool.xml + ToolXml("@", "Hammer", "<weight>1.5</weight>"),
+                        "[{0:3}|{0:1.5}]", Items<MakeTools>};
+const Content kWilds = {"<@>1</@><@/>", "[<@>1</@>|<@/>]",
+                        [](int n, const char*) { return HeldItems(n, MakeWildcards); }};
+
+using Maker = CElementInfo* (*)(const char* pszName, int nProperty);
+
+template <class T>
+CElementInfo* Number(const char* pszName, int nProperty)
+{
+    return Prim<T>(pszName, nProperty, it_i4);
+}
+
+template <class T>
+CElementInfo* Finish(const char* pszName, int nProperty)
+{
+    return Enum<T>(pszName, nProperty);
+}
+
+// Any other entry, with what its constructor takes behind the property.
+template <class T, auto... arguments>
+CElementInfo* New(const char* pszName, int nProperty)
+{
+    return new T(pszName, "", nProperty, arguments...);
+}
+
+constexpr int kViceId = 0;
+constexpr int kSpanId = 1;
+constexpr char kAny[] = "##any";
+constexpr char kNone[] = "";
+
+// What reading without the member fails with.
+const std::string kNotFound = "CQnException: Failed to find the required child element [a]. @/r";
+const std::string kNoSubstitute =
+    "CQnException: Failed to find a suitable substitution element for [a]. @/r";
+const std::string kMissed =
+    kNotRead + "CQnValidationException: Failed to find the mandatory element [a].";
+// Ends every read of an all group with a collection.
+const std::string kNotImplemented =
+    kNotRead + "CQnException: Not implemented, should never be called";
+
+struct Member
+{
+    XmlElementGroupType group;
+    bool mandatory; // cannot be written empty
+    Maker make;
+    const Content& content;
+    std::string missing = ""; // the failure of a read without it
+    bool relaxed = false;     // not where the context lets mandatory elements be missing
+};
+
+const Member kMembers[] = {
+    {kSeq, true, Number<CElementInfoSeqPrimMnd>, kNumber, kNotFound, true},
+    {kSeq, false, Number<CElementInfoSeqPrimOpt>, kNumber},
+    {kSeq, true, Finish<CElementInfoSeqEnumMnd>, kFinish, kNotFound, true},
+    {kSeq, false, Finish<CElementInfoSeqEnumOpt>, kFinish},
+    {kSeq, true, New<CElementInfoSeqClsMnd, kReal, Create, kViceId, false>, kHeldVice, kNotFound,
+     true},
+    {kSeq, true, New<CElementInfoSeqClsMnd, kPseudo, Create, kSpanId, false>, kHeldSpan},
+    {kSeq, true, New<CElementInfoSeqClsMnd, kPseudo, Create, kSpanId, true>, kHeldSpan, kNotFound},
+    {kSeq, false, New<CElementInfoSeqClsOpt, kReal, Create, kViceId>, kVice},
+    {kSeq, false, New<CElementInfoSeqClsOpt, kPseudo, Create, kSpanId>, kSpan},
+    {kSeq, true, New<CElementInfoSeqAbsClsMnd, kReal, MakeTool>, kTool, kNoSubstitute},
+    {kSeq, false, New<CElementInfoSeqAbsClsOpt, kReal, MakeTool>, kTool},
+    {kSeq, true, New<CElementInfoSeqUntpdMnd, kAny, kNone>, kHeldWild, kNotFound},
+    {kSeq, false, New<CElementInfoSeqUntpdOpt, kAny, kNone>, kWild},
+    {kSeq, false, New<CElementInfoSeqPrimCol>, kTexts},
+    {kSeq, false, New<CElementInfoSeqEnumCol>, kTexts},
+    {kSeq, false, New<CElementInfoSeqClsCol, kReal>, kVices},
+    {kSeq, false, New<CElementInfoSeqClsCol, kPseudo>, kSpans},
+    {kSeq, false, New<CElementInfoSeqAbsClsCol, kReal>, kTools},
+    {kSeq, false, New<CElementInfoSeqUntpdCol>, kWilds},
+
+    {kAll, true, Number<CElementInfoAllPrimMnd>, kNumber, kMissed},
+    {kAll, false, Number<CElementInfoAllPrimOpt>, kNumber},
+    {kAll, true, Finish<CElementInfoAllEnumMnd>, kFinish, kMissed},
+    {kAll, false, Finish<CElementInfoAllEnumOpt>, kFinish},
+    {kAll, true, New<CElementInfoAllClsMnd, kReal, Create, kViceId, true>, kHeldVice, kMissed},
+    {kAll, true, New<CElementInfoAllClsMnd, kReal, Create, kViceId, false>, kHeldVice},
+    {kAll, true, New<CElementInfoAllClsMnd, kPseudo, Create, kSpanId, false>, kHeldSpan, kMissed},
+    {kAll, true, New<CElementInfoAllClsMnd, kOther, Create, kSpanId, false>, kHeldOther},
+    {kAll, true, New<CElementInfoAllClsMnd, kOther, Create, kSpanId, true>, kHeldOther, kMissed},
+    {kAll, false, New<CElementInfoAllClsOpt, kReal, Create, kViceId>, kVice},
+    {kAll, false, New<CElementInfoAllClsOpt, kPseudo, Create, kSpanId>, kSpan},
+    {kAll, true, New<CElementInfoAllAbsClsMnd, kReal, MakeTool, 0>, kTool, kMissed},
+    {kAll, false, New<CElementInfoAllAbsClsOpt, kReal, MakeTool>, kTool},
+    {kAll, true, New<CElementInfoAllUntpdMnd, kAny, kNone>, kHeldWild, kMissed},
+    {kAll, false, New<CElementInfoAllUntpdOpt, kAny, kNone>, kWild},
+    {kAll, false, New<CElementInfoAllPrimCol>, kTexts, kNotImplemented},
+    {kAll, false, New<CElementInfoAllEnumCol>, kTexts, kNotImplemented},
+    {kAll, false, New<CElementInfoAllClsCol, kReal>, kVices, kNotImplemented},
+    {kAll, false, New<CElementInfoAllClsCol, kPseudo>, kSpans, kNotImplemented},
+    {kAll, false, New<CElementInfoAllAbsClsCol, kReal>, kTools, kNotImplemented},
+    {kAll, false, New<CElementInfoAllUntpdCol>, kWilds, kNotImplemented},
+
+    {kChoice, false, Number<CElementInfoChoicePrimOpt>, kNumber},
+    {kChoice, false, Finish<CElementInfoChoiceEnumOpt>, kFinish},
+    {kChoice, false, New<CElementInfoChoiceClsOpt, kReal, Create, kViceId>, kVice},
+    {kChoice, false, New<CElementInfoChoiceClsOpt, kPseudo, Create, kSpanId>, kSpan},
+    {kChoice, false, New<CElementInfoChoiceAbsClsOpt, kReal, MakeTool>, kTool},
+    {kChoice, false, New<CElementInfoChoiceUntpdOpt, kAny, kNone>, kWild},
+    {kChoice, false, New<CElementInfoChoicePrimCol>, kTexts},
+    {kChoice, false, New<CElementInfoChoiceEnumCol>, kTexts},
+    {kChoice, false, New<CElementInfoChoiceClsCol, kReal>, kVices},
+    {kChoice, false, New<CElementInfoChoiceClsCol, kPseudo>, kSpans},
+    {kChoice, false, New<CElementInfoChoiceAbsClsCol, kReal>, kTools},
+    {kChoice, false, New<CElementInfoChoiceUntpdCol>, kWilds},
+};
+
+// Whether the child has the attributes of the element around it.
+bool IsPseudo(const Member& member)
+{
+    return &member.content == &kSpan || &member.content == &kHeldSpan || &member.content == &kSpans;
+}
+
+// Whether the member makes its object by Create().
+bool IsCreated(const Member& member)
+{
+    return &member.content == &kVice || &member.content == &kSpan;
+}
+
+std::string Named(std::string strText, const std::string& strName)
+{
+    for (std::size_t n; (n = strText.find('@')) != std::string::npos;)
+        strText.replace(n, 1, strName);
+    return strText;
+}
+
+// A bound class with a member a, property 0.
+class CAlone
+{
+public:
+    explicit CAlone(const Member& member, bool bHolds = true)
+        : m_tables(member.group, kReal, {member.make("a", 0)}, {},
+                   bHolds && member.content.hold ? std::vector{member.content.hold(0, "a")}
+                                                 : std::vector<CHeld>{}),
+          m_trace(__FILE__, __LINE__, "member " + std::to_string(&member - kMembers)),
+          m_strXml(Named(member.content.xml, "a")),
+          m_strDump("0:" + Named(member.content.dump, "a")),
+          m_pSheet(new CSheet(m_tables))
+    {}
+
+    const CTables m_tables;
+    const testing::ScopedTrace m_trace;
+    const std::string m_strXml;
+    const std::string m_strDump;
+    const CSmartPtr<CSheet> m_pSheet;
+};
+
+// A bound class with all members of a group, m0 to mN, that can be read with one another.
+struct CTogether
+{
+    explicit CTogether(XmlElementGroupType group)
+    {
+        std::vector<CElementInfo*> elements;
+        std::vector<CHeld> held;
+        for (const Member& member : kMembers) {
+            if (member.group != group || member.missing == kNotImplemented)
+                continue;
+            const int nProperty = static_cast<int>(elements.size());
+            const std::string strName = "m" + std::to_string(nProperty);
+            elements.push_back(member.make(strName.c_str(), nProperty));
+            if (member.content.hold)
+                held.push_back(member.content.hold(nProperty, strName.c_str()));
+            const std::string strXml = Named(member.content.xml, strName);
+            m_strXml += strXml;
+            m_strBackward.insert(0, strXml);
+            m_strDump += (nProperty ? " " : "") + std::to_string(nProperty) + ":" +
+                         Named(member.content.dump, strName);
+        }
+        m_pTables =
+            std::make_unique<CTables>(group, kReal, elements, std::vector<CAttributeInfo*>{}, held);
+    }
+
+    std::unique_ptr<CTables> m_pTables;
+    std::string m_strXml;
+    std::string m_strBackward;
+    std::string m_strDump;
+};
+
+} // namespace
+
+TEST(EveryMember, ReadsWhatItWrites)
+{
+    for (const Member& member : kMembers) {
+        const CAlone alone(member);
+        CSheet& sheet = *alone.m_pSheet;
+        const bool bEndsRead = member.missing == kNotImplemented;
+        for (int nTime = 0; nTime < 2; ++nTime) {
+            EXPECT_EQ(Read(sheet, alone.m_strXml), bEndsRead ? kNotImplemented : alone.m_strDump);
+            EXPECT_EQ(sheet.Dump(), alone.m_strDump);
+            EXPECT_EQ(Write(sheet), alone.m_strXml);
+        }
+        EXPECT_EQ(Read(alone.m_tables, alone.m_strXml + "<x xmlns='urn:x'/>"),
+                  bEndsRead ? kNotImplemented : LeftOver("x"));
+    }
+}
+
+TEST(EveryMember, KeepsItsPlaceInASequenceAndNoneInAnAllGroup)
+{
+    for (const XmlElementGroupType group : {kSeq, kAll}) {
+        const CTogether together(group);
+        const CSmartPtr<CSheet> pSheet(new CSheet(*together.m_pTables));
+        EXPECT_EQ(Read(*pSheet, together.m_strXml), together.m_strDump);
+        EXPECT_EQ(Write(*pSheet), together.m_strXml);
+        const std::string strBackward = Read(*pSheet, together.m_strBackward);
+        EXPECT_EQ(strBackward == together.m_strDump, group == kAll) << strBackward;
+        EXPECT_EQ(Write(*pSheet) == together.m_strXml, group == kAll);
+    }
+}
+
+TEST(EveryMember, IsMissedOrMayBeAbsent)
+{
+    for (const Member& member : kMembers) {
+        const CAlone alone(member);
+        for (const char* const pszFlags : {"", "u", "m", "x"}) {
+            const bool bRelaxed = member.relaxed && *pszFlags == 'm';
+            EXPECT_EQ(Read(alone.m_tables, "", pszFlags), bRelaxed ? "" : member.missing)
+                << pszFlags;
+        }
+    }
+}
+
+TEST(AllGroup, MissesAMemberOnceAllElementsAreRead)
+{
+    const CTables tables(
+        kAll, kReal,
+        {Number<CElementInfoAllPrimMnd>("a", 0), Number<CElementInfoAllPrimOpt>("z", 1)});
+    const CSmartPtr<CSheet> pSheet(new CSheet(tables));
+    EXPECT_EQ(Read(*pSheet, "<z>2</z>"), kMissed);
+    EXPECT_EQ(pSheet->Dump(), "1:2");
+    // It fails ahead of a collection, which would end the read in its own way.
+    const CTables mixed(
+        kAll, kReal, {Number<CElementInfoAllPrimMnd>("a", 0), New<CElementInfoAllPrimCol>("b", 1)},
+        {}, {kTexts.hold(1, "b")});
+    EXPECT_EQ(Read(mixed, "<b/>"), kMissed);
+}
+
+TEST(EveryMember, IsWrittenEmptyWhereItIsOptional)
+{
+    for (const Member& member : kMembers) {
+        const CAlone alone(member, false);
+        for (const char* const pszFlags : {"x", "xm"})
+            EXPECT_EQ(Write(*alone.m_pSheet, pszFlags),
+                      member.mandatory ? kNotWritten + kEmptyProperty : "");
+    }
+}
+
+TEST(EveryMember, ThatReadsIntoAnObjectNeedsOne)
+{
+    s_creation = Creation::GivesNull;
+    for (const Member& member : kMembers) {
+        const CAlone empty(member, false);
+        EXPECT_EQ(Read(*empty.m_pSheet, empty.m_strXml), IsCreated(member) || member.content.hold
+                                                             ? kNotRead + kEmptyProperty
+                                                             : empty.m_strDump);
+    }
+    s_creation = Creation::Works;
+}
+
+TEST(EveryMember, PassesOnWhatItsCreateFunctionThrows)
+{
+    s_creation = Creation::Throws;
+    for (const Member& member : kMembers) {
+        if (!IsCreated(member) && &member.content != &kTool)
+            continue;
+        const CAlone alone(member);
+        EXPECT_EQ(
+            Read(*alone.m_pSheet, IsCreated(member) ? alone.m_strXml : ToolXml("a", "Drill", "")),
+            kNotRead + "CQnInvalidStateException: out of stock");
+        EXPECT_EQ(alone.m_pSheet->Dump(), "");
+    }
+    s_creation = Creation::Works;
+}
+
+TEST(EveryMember, LiftsTheAttributesOfAPseudoChild)
+{
+    struct Row
+    {
+        Maker make;
+        bool isCollection;
+        const char* attribute = " unit=\"mm\"";
+    };
+    const Row rows[] = {
+        {New<CElementInfoSeqClsMnd, kPseudo, Create, kSpanId, false>, false},
+        {New<CElementInfoSeqClsOpt, kPseudo, Create, kSpanId>, false},
+        {New<CElementInfoSeqClsOpt, kOther, Create, kSpanId>, false, ""},
+        {New<CElementInfoSeqAbsClsMnd, kPseudo, MakeTool>, false},
+        {New<CElementInfoSeqAbsClsOpt, kPseudo, MakeTool>, false},
+        {New<CElementInfoSeqClsCol, kPseudo>, true},
+        {New<CElementInfoSeqAbsClsCol, kPseudo>, true},
+        {New<CElementInfoAllClsMnd, kPseudo, Create, kSpanId, false>, false},
+        {New<CElementInfoAllClsOpt, kPseudo, Create, kSpanId>, false},
+        {New<CElementInfoAllAbsClsMnd, kPseudo, MakeTool, 0>, false},
+        {New<CElementInfoAllAbsClsOpt, kPseudo, MakeTool>, false},
+        {New<CElementInfoAllClsCol, kPseudo>, true},
+        {New<CElementInfoAllAbsClsCol, kPseudo>, true},
+        {New<CElementInfoChoiceClsOpt, kPseudo, Create, kSpanId>, false},
+        {New<CElementInfoChoiceAbsClsOpt, kPseudo, MakeTool>, false},
+        {New<CElementInfoChoiceClsCol, kPseudo>, true},
+        {New<CElementInfoChoiceAbsClsCol, kPseudo>, true},
+    };
+    int nRow = 0;
+    for (const Row& row : rows) {
+        SCOPED_TRACE(nRow++);
+        const CTables tables(kSeq, kReal, {row.make("a", 0)});
+        const CSmartPtr<CSheet> pSheet(new CSheet(tables));
+        const CSmartPtr<CSheet> pSpan(new CSheet(Span(), ""));
+        pSpan->m_values[0].SetI4(1);
+        pSpan->m_values[2].SetString("mm");
+        if (row.isCollection) {
+            CSheetCol* const pItems = MakeSpans("");
+            pSheet->m_values[0].SetXmlCollection(pItems);
+            pItems->Add(pSpan.GetPtr());
+        }
+        else
+            pSheet->m_values[0].SetXmlObject(pSpan.GetPtr());
+        EXPECT_EQ(pSheet->ToXml(false, false, EOLType_LF, CSerializationContext()),
+                  std::string("<r") + row.attribute + "><from>1</from></r>");
+        // They come back where neither class is strict.
+        EXPECT_EQ(Failure([&] { pSheet->FromXml("<r unit='mm'/>", CSerializationContext()); }),
+                  "CQnException: Unexpected Attribute found. @/r/@unit");
+    }
+}
+
+namespace {
+
+struct Foreign
+{};
+
+// Throws at each access in turn, an exception of the family or a foreign one, in reading and in
+// writing; the object can be read into again after each.
+void ExpectInterruptible(CSheet& sheet, const std::string& strChildren)
+{
+    const std::string strDocument = "<r>" + strChildren + "</r>";
+    const CSerializationContext context;
+    for (const bool bForeign : {false, true}) {
+        for (const bool bReading : {true, false}) {
+            int nThrowAt = 0;
+            for (bool bThrown = true; bThrown; ++nThrowAt) {
+                EXPECT_NE(Read(sheet, strChildren), "");
+                int nDone = 0;
+                sheet.m_before = [&](int, bool) {
+                    if (nDone++ != nThrowAt)
+                        return;
+                    if (bForeign)
+                        throw Foreign();
+                    throw CQnInvalidStateException("not now");
+                };
+                try {
+                    if (bReading)
+                        sheet.FromXml(strDocument.c_str(), context);
+                    else
+                        sheet.ToXml(false, false, EOLType_LF, context);
+                    bThrown = false;
+                }
+                catch (const Foreign&) {
+                    EXPECT_TRUE(bForeign);
+                }
+                catch (const CQnException& e) {
+                    EXPECT_FALSE(bForeign);
+                    EXPECT_NE(e.GetFullMessage().find("not now"), std::string::npos);
+                }
+                sheet.m_before = nullptr;
+            }
+            EXPECT_GE(nThrowAt, 2);
+        }
+    }
+    Read(sheet, strChildren);
+    EXPECT_EQ(Write(sheet), strChildren);
+}
+
+} // namespace
+
+TEST(Interruptions, AtAnyAccessLeaveNoLeakAndAReusableObject)
+{
+    const int nAlive = CSheet::s_nAlive;
+    for (const XmlElementGroupType group : {kSeq, kAll}) {
+        const CTogether together(group);
+        ExpectInterruptible(*CSmartPtr<CSheet>(new CSheet(*together.m_pTables)), together.m_strXml);
+    }
+    for (const Member& member : kMembers) {
+        if (member.group == kChoice) {
+            const CAlone alone(member);
+            ExpectInterruptible(*alone.m_pSheet, alone.m_strXml);
+        }
+    }
+    EXPECT_EQ(CSheet::s_nAlive, nAlive);
+}
+
+TEST(Interruptions, ByAPropertyTellItsPlaceOrItsName)
+{
+    const std::string strNotRead =
+        "CQnValidationException: Failed to get the property value for [a]. < "
+        "CQnInvalidStateException: not now";
+    for (const Member& member : kMembers) {
+        const CAlone alone(member);
+        CSheet& sheet = *alone.m_pSheet;
+        Read(sheet, alone.m_strXml);
+        sheet.m_before = [](int, bool) { throw CQnInvalidStateException("not now"); };
+        // The attributes of a pseudo child come first.
+        const std::string strWritten = Write(sheet);
+        EXPECT_EQ(strWritten.substr(0, kNotWritten.size()), kNotWritten);
+        EXPECT_EQ(strWritten.substr(strWritten.size() - strNotRead.size()), strNotRead);
+        EXPECT_EQ(strWritten.find("Failed to convert attributes to XML") != std::string::npos,
+                  IsPseudo(member));
+        EXPECT_EQ(Read(sheet, alone.m_strXml),
+                  member.content.hold ? kNotRead + strNotRead
+                                      : "CQnException: Failed to set the property value. @/r/" +
+                                            std::string(IsPseudo(member) ? "from" : "a") +
+                                            " < CQnInvalidStateException: not now");
+        sheet.m_before = nullptr;
+    }
+}
+
+TEST(Interruptions, ByAListenerEndTheRead)
+{
+    class CThrower : public IEventSink
+    {
+    public:
+        CXmlObjectBase* GetBase() override { return nullptr; }
+        void OnEvent(CXmlObjectBase*, MsgType, void*) override
+        {
+            throw CQnInvalidStateException("full");
+        }
+    };
+    CThrower thrower;
+    for (const Member& member : kMembers) {
+        const CAlone alone(member);
+        if (!alone.m_pSheet->m_values[0].PeekXmlCollection() || member.group == kAll)
+            continue;
+        bool bListens = true;
+        const auto hold = [&](QnVariant& value) {
+            member.content.hold(0, "a").hold(value);
+            if (bListens)
+                value.PeekXmlCollection()->AddEventListener(&thrower);
+        };
+        const CTables tables(member.group, kReal, {member.make("a", 0)}, {}, {{0, hold}});
+        const CSmartPtr<CSheet> pSheet(new CSheet(tables));
+        EXPECT_EQ(Read(*pSheet, alone.m_strXml), kNotRead + "CQnInvalidStateException: full");
+        EXPECT_EQ(pSheet->Dump(), "");
+        bListens = false;
+        EXPECT_EQ(Read(*pSheet, alone.m_strXml), alone.m_strDump);
+    }
+}
+
+TEST(FailedReads, TellTheInnermostPlaceOnceAndKeepWhatWasRead)
+{
+    const CTables tables(kSeq, kReal,
+                         {Number<CElementInfoSeqPrimMnd>("a", 0),
+                          New<CElementInfoSeqClsOpt, kReal, Create, kViceId>("vice", 1)});
+    const CSmartPtr<CSheet> pSheet(new CSheet(tables));
+    const std::string strFailure =
+        "CQnException: Failed to process the element. @/r/vice < CQnInvalidValueException";
+    const auto read = [&](const char* pszXml) {
+        return Read(*pSheet, pszXml).substr(0, strFailure.size());
+    };
+    EXPECT_EQ(read("<a>1</a><vice><jaw>wide</jaw></vice>"), strFailure);
+    EXPECT_EQ(pSheet->Dump(), "0:1"); // a new child is assigned once it has been read
+    EXPECT_EQ(read("<a>1</a><vice no='x'><jaw>1</jaw></vice>"), strFailure);
+    EXPECT_EQ(read("<a>2</a><vice><jaw>1</jaw></vice>"), "0:2 1:{1:1}");
+}
