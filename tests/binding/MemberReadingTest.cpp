@@ -290,6 +290,18 @@ TEST(Collections, AreHeldToTheirBounds)
          {"c", "<a>1</a>", "0:{0:[1]}"}});
 }
 
+TEST(ChoiceMetadata, WritesTheFirstMemberThatHasSomething)
+{
+    const CTables tables(kChoice, kReal,
+                         {Prim<CElementInfoChoicePrimOpt>("a", 0),
+                          Prim<CElementInfoChoicePrimOpt>("b", 1),
+                          Prim<CElementInfoChoicePrimOpt>("c", 2)});
+    const CSmartPtr<CSheet> pSheet(new CSheet(tables));
+    pSheet->m_values[1].SetString("2");
+    pSheet->m_values[2].SetString("3");
+    EXPECT_EQ(Write(*pSheet), "<b>2</b>");
+}
+
 TEST(ChoiceMetadata, ANestedChoiceReachedThroughAChoiceMayBeEmpty)
 {
     const CTables inner(kChoice, kReal, {new CElementInfoChoicePrimCol("a", "", 0)}, {},
