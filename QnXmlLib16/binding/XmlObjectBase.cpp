@@ -90,7 +90,7 @@ void CXmlObjectBase::Choice_SelectElement(const char* pszName, CXmlObjectBase* p
     }
     else if (strSelected.empty()) {
         // Deliberate: a null value selects too, so after it no other member can be set until this
-        // one is set to null once more. Pinned by Choice.AnObjectMemberIsSelectedBySettingIt.
+        // one is set to null once more. Pinned by Choice.IsSelectedByWhatAMemberIsSetTo.
         strSelected = pszMember;
     }
     else if (pValue) {
@@ -120,7 +120,7 @@ void CXmlObjectBase::Choice_SetElementValid(bool bValid, const char* pszName,
 {
     if (!bValid) {
         // Deliberate: whichever member is selected, it is not any more. Pinned by
-        // Choice.AValueMemberIsMadeValidOnlyWhereItIsSelectedAlready.
+        // Choice.IsSelectedByWhatAMemberIsSetTo.
         strSelected.clear();
         return;
     }

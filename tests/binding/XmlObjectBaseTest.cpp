@@ -1,19 +1,17 @@
 #include "QnXmlLib16/binding/XmlObjectBase.h"
 
 #include "tests/model/Failure.h"
+#include "tests/model/Sheet.h"
 #include "tests/model/Ship.h"
 
+#include "QnXmlLib16/binding/ClassfactoryBase.h"
 #include "QnXmlLib16/binding/SerializationContext.h"
-#include "QnXmlLib16/collections/AttributeCol.h"
-#include "QnXmlLib16/collections/Element.h"
 #include "QnXmlLib16/collections/stringCol.h"
 #include "QnXmlLib16/xml/XmlDocument.h"
 #include "QnXmlLib16/xml/XmlElement.h"
 
-#include <functional>
 #include <gtest/gtest.h>
 #include <thread>
-#include <utility>
 #include <vector>
 
 using namespace QnXmlLib16;
@@ -32,85 +30,34 @@ private:
     int& m_nDeaths;
 };
 
-// Hears events, and remembers the last one.
-class CListener : public CLog
-{
-public:
-    void OnEvent(CXmlObjectBase* pSender, MsgType message, void* pData) override
-    {
-        ++m_nEvents;
-        m_pSender = pSender;
-        m_message = message;
-        m_pData = pData;
-        m_iIndex = pData && message >= MsgType_Remove ? *static_cast<int*>(pData) : -1;
-    }
-
-    int m_nEvents = 0;
-    CXmlObjectBase* m_pSender = nullptr;
-    MsgType m_message{};
-    void* m_pData = nullptr;
-    int m_iIndex = -1;
-};
-
-CSmartPtr<CstringCol> MakeStrings(int iMinOccurs, int iMaxOccurs)
-{
-    return CSmartPtr<CstringCol>(new CstringCol("s", "", iMinOccurs, iMaxOccurs, nullptr, -1, -1,
-                                                nullptr, nullptr, nullptr, nullptr, -1, -1, -1,
-                                                CWhitespaceUtils::WhitespaceRule_None, nullptr));
-}
-
 } // namespace
 
-TEST(ReferenceCount, StartsAtZeroAndDestroysAtZero)
+TEST(ReferenceCount, DestroysAtZeroWhicheverThreadLetsGo)
 {
     int nDeaths = 0;
-    CMortal* const pObject = new CMortal(nDeaths);
-    EXPECT_EQ(pObject->AddRef(), 1);
-    EXPECT_EQ(pObject->AddRef(), 2);
-    EXPECT_EQ(pObject->Release(), 1);
-    EXPECT_EQ(nDeaths, 0);
-    EXPECT_EQ(pObject->Release(), 0);
-    EXPECT_EQ(nDeaths, 1);
     {
         // Never referenced: the count goes below 0 and nothing is destroyed.
         CMortal unheld(nDeaths);
         EXPECT_EQ(unheld.Release(), -1);
-        EXPECT_EQ(nDeaths, 1);
     }
-}
-
-TEST(ReferenceCount, IsSharedByThreads)
-{
-    int nDeaths = 0;
-    CSmartPtr<CMortal> pObject(new CMortal(nDeaths));
+    EXPECT_EQ(nDeaths, 1);
+    CMortal* const pObject = new CMortal(nDeaths);
+    EXPECT_EQ(pObject->AddRef(), 1);
     std::vector<std::thread> threads;
     for (int i = 0; i < 4; ++i) {
         threads.emplace_back([pObject] {
             for (int j = 0; j < 10000; ++j)
-                CSmartPtr<CMortal>{pObject};
+                const CSmartPtr<CMortal> pCopy(pObject);
         });
     }
     for (std::thread& thread : threads)
         thread.join();
-    threads.clear();
-    EXPECT_EQ(pObject->AddRef(), 2);
-    pObject->Release();
-    EXPECT_EQ(nDeaths, 0);
-    pObject.Reset();
     EXPECT_EQ(nDeaths, 1);
+    EXPECT_EQ(pObject->Release(), 0);
+    EXPECT_EQ(nDeaths, 2);
 }
 
-TEST(ObjectBase, HasANameAndABase)
-{
-    const CSmartPtr<CLog> pLog(new CLog);
-    EXPECT_EQ(pLog->GetElementName(), "log");
-    pLog->SetElementName(nullptr);
-    EXPECT_EQ(pLog->GetElementName(), "");
-    const CXmlObjectBase& base = *pLog;
-    EXPECT_EQ(base.GetBase(), pLog.GetPtr());
-}
-
-TEST(ObjectBase, BridgesRefuseNoObject)
+TEST(ObjectBase, BridgesAndSettersRefuseNoObject)
 {
     const CSerializationContext context;
     const std::string strWords = "The object may not be NULL";
@@ -120,94 +67,70 @@ TEST(ObjectBase, BridgesRefuseNoObject)
         [&] { CXmlObjectBase::AttributesToXml_Int(nullptr, nullptr, context); }, strWords);
     ExpectFailure<CQnInvalidParamException>(
         [&] { CXmlObjectBase::FromXml_Int(nullptr, nullptr, nullptr, context); }, strWords);
+    const CSmartPtr<CLog> pLog(new CLog);
+    CXmlObjectBase::Throw_IfPropertyIsNull(pLog.GetPtr(), "P");
+    ExpectFailure<CQnInvalidParamException>(
+        [] { CXmlObjectBase::Throw_IfPropertyIsNull(nullptr, "P"); },
+        "The Property [P] is mandatory, it may node be NULL");
+
+    // A name is that of the base, which may be another object.
+    class CWrapper : public CLog
+    {
+    public:
+        using CLog::GetBase;
+        CXmlObjectBase* GetBase() override { return m_pWrapped.GetPtr(); }
+        CSmartPtr<CLog> m_pWrapped{new CLog};
+    };
+    const CSmartPtr<CWrapper> pWrapper(new CWrapper);
+    pWrapper->SetElementName("wrapper");
+    CXmlObjectBase::Throw_IfElementNameDiffers(pWrapper.GetPtr(), "log");
+    CXmlObjectBase::Throw_IfElementNameDiffers(nullptr, "log");
+    ExpectFailure<CQnInvalidParamException>(
+        [&] { CXmlObjectBase::Throw_IfElementNameDiffers(pWrapper.GetPtr(), "wrapper"); },
+        "This property requires an element with the name wrapper the element being set has the "
+        "element name log");
 }
 
-TEST(Choice, AnObjectMemberIsSelectedBySettingIt)
+TEST(Choice, IsSelectedByWhatAMemberIsSetTo)
 {
-    const std::string strIsSet =
-        "The Property [a] is already set. Only one element within this class bay be set at a time";
-    struct Row
-    {
-        const char* name;
-        bool null;
-        const char* before;
-        const char* after; // null: it fails
-    };
-    const Row rows[] = {
-        {"a", false, "", "a"},     {"a", true, "", "a"},  {"a", false, "a", "a"},
-        {"a", true, "a", ""},      {"b", true, "a", "a"}, {"b", false, "a", nullptr},
-        {nullptr, true, "a", "a"}, {"", false, "", ""},
-    };
-    const CSmartPtr<CLog> pValue(new CLog);
-    for (const Row& row : rows) {
-        SCOPED_TRACE(testing::Message()
-                     << (row.name ? row.name : "null") << row.null << row.before);
-        std::string strSelected = row.before;
-        const auto select = [&] {
-            CXmlObjectBase::Choice_SelectElement(row.name, row.null ? nullptr : pValue.GetPtr(),
+    const CSmartPtr<CLog> pObject(new CLog);
+    const auto set = [&](char cKind, const char* pszName, long nValue, std::string& strSelected) {
+        if (cKind == 'o')
+            CXmlObjectBase::Choice_SelectElement(pszName, nValue ? pObject.GetPtr() : nullptr,
                                                  strSelected);
-        };
-        if (row.after)
-            select();
+        else if (cKind == 'c')
+            CXmlObjectBase::Choice_CollectionChanged(pszName, nValue, strSelected);
         else
-            ExpectFailure<CQnInvalidStateException>(select, strIsSet);
-        EXPECT_EQ(strSelected, row.after ? row.after : row.before);
-    }
-}
-
-TEST(Choice, ACollectionIsSelectedByItsFirstItem)
-{
+            CXmlObjectBase::Choice_SetElementValid(nValue != 0, pszName, strSelected);
+    };
     struct Row
     {
+        char kind; // o: an object, or null for 0; c: a collection with so many items; v: validity
         const char* name;
-        long count;
-        const char* before;
-        const char* after; // null: it fails
+        long value;
+        const char* before; // the member that is selected
+        const char* after;  // null: it fails
     };
     const Row rows[] = {
-        {"a", 1, "", "a"}, {"a", 0, "", ""},   {"a", -1, "", ""},      {"a", 2, "a", "a"},
-        {"a", 0, "a", ""}, {"b", 0, "a", "a"}, {"b", 1, "a", nullptr}, {"b", -1, "a", nullptr},
+        {'o', "a", 1, "", "a"},       {'o', "a", 0, "", "a"},      {'o', "a", 1, "a", "a"},
+        {'o', "a", 0, "a", ""},       {'o', "b", 0, "a", "a"},     {'o', "b", 1, "a", nullptr},
+        {'o', nullptr, 0, "a", "a"},  {'o', "", 1, "", ""},        {'c', "a", 1, "", "a"},
+        {'c', "a", 0, "", ""},        {'c', "a", -1, "", ""},      {'c', "a", 2, "a", "a"},
+        {'c', "a", 0, "a", ""},       {'c', "b", 0, "a", "a"},     {'c', "b", 1, "a", nullptr},
+        {'c', "b", -1, "a", nullptr}, {'v', "a", 0, "", ""},       {'v', "a", 0, "b", ""},
+        {'v', "a", 1, "a", "a"},      {'v', "a", 1, "b", nullptr}, {'v', "a", 1, "", nullptr},
     };
     for (const Row& row : rows) {
-        SCOPED_TRACE(testing::Message() << row.name << row.count << row.before);
+        SCOPED_TRACE(testing::Message() << row.kind << row.value << row.before);
         std::string strSelected = row.before;
-        const auto change = [&] {
-            CXmlObjectBase::Choice_CollectionChanged(row.name, row.count, strSelected);
-        };
+        const std::string strName =
+            row.kind == 'v' ? row.before : "[" + std::string(row.before) + "]";
         if (row.after)
-            change();
+            set(row.kind, row.name, row.value, strSelected);
         else
             ExpectFailure<CQnInvalidStateException>(
-                change, "The Property [a] is already set. Only one element within this class bay "
-                        "be set at a time");
-        EXPECT_EQ(strSelected, row.after ? row.after : row.before);
-    }
-}
-
-TEST(Choice, AValueMemberIsMadeValidOnlyWhereItIsSelectedAlready)
-{
-    struct Row
-    {
-        bool valid;
-        const char* before;
-        const char* after; // null: it fails
-    };
-    const Row rows[] = {
-        {false, "", ""},  {false, "a", ""},     {false, "b", ""},
-        {true, "a", "a"}, {true, "b", nullptr}, {true, "", nullptr},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(testing::Message() << row.valid << row.before);
-        std::string strSelected = row.before;
-        const auto set = [&] {
-            CXmlObjectBase::Choice_SetElementValid(row.valid, "a", strSelected);
-        };
-        if (row.after)
-            set();
-        else
-            ExpectFailure<CQnInvalidStateException>(
-                set,
-                std::string("The Property ") + row.before +
+                [&] { set(row.kind, row.name, row.value, strSelected); },
+                "The Property " + strName +
                     " is already set. Only one element within this class bay be set at a time");
         EXPECT_EQ(strSelected, row.after ? row.after : row.before);
     }
@@ -221,139 +144,156 @@ TEST(Choice, ReadsOneCollectionAndChecksItsBounds)
     CXmlElement* const pRoot = document.GetDocumentElement();
     CXmlElement* pCursor = pRoot->GetFirstElement();
     long nCount = 0;
-
-    const CSmartPtr<CstringCol> pStrings = MakeStrings(0, -1);
-    CXmlObjectBase::Choice_Read_Collection(pStrings.GetPtr(), pRoot, pCursor, nCount, context);
+    const auto read = [&](CXmlCollectionBase* pItems) {
+        CXmlObjectBase::Choice_Read_Collection(pItems, pRoot, pCursor, nCount, context);
+    };
+    const CSmartPtr<CstringCol> pStrings(Model::MakeTexts("s"));
+    read(pStrings.GetPtr());
     EXPECT_EQ(pStrings->GetCount(), 2);
     EXPECT_EQ(pCursor->GetLocalName(), "t");
     EXPECT_EQ(nCount, 1);
-
-    // A member was read before: the collection is not asked at all.
-    pCursor = pRoot->GetFirstElement();
-    CXmlObjectBase::Choice_Read_Collection(nullptr, pRoot, pCursor, nCount, context);
-    EXPECT_EQ(pCursor, pRoot->GetFirstElement());
+    read(nullptr); // a member was read before: it is not asked at all
+    EXPECT_EQ(pCursor->GetLocalName(), "t");
 
     // Nothing was read: no count, no check of the bounds.
     nCount = 0;
-    pCursor = nullptr;
-    const CSmartPtr<CstringCol> pBounded = MakeStrings(1, 1);
-    CXmlObjectBase::Choice_Read_Collection(pBounded.GetPtr(), pRoot, pCursor, nCount, context);
+    const CSmartPtr<CstringCol> pBounded(Model::MakeTexts("s", 1, 1));
+    read(pBounded.GetPtr());
     EXPECT_EQ(nCount, 0);
-
     pCursor = pRoot->GetFirstElement();
     ExpectFailure<CQnValidationException>(
-        [&] {
-            CXmlObjectBase::Choice_Read_Collection(pBounded.GetPtr(), pRoot, pCursor, nCount,
-                                                   context);
-        },
+        [&] { read(pBounded.GetPtr()); },
         "The Maximum number of [s] elements allowed in this collection is 1");
     EXPECT_EQ(pCursor->GetLocalName(), "t");
     EXPECT_EQ(nCount, 0);
-
-    ExpectFailure<CQnInvalidParamException>(
-        [&] { CXmlObjectBase::Choice_Read_Collection(nullptr, pRoot, pCursor, nCount, context); },
-        "The collection may not be NULL");
-}
-
-TEST(SetterChecks, RefuseNullAndForeignElementNames)
-{
-    const CSmartPtr<CLog> pLog(new CLog);
-    CXmlObjectBase::Throw_IfPropertyIsNull(pLog.GetPtr(), "P");
-    ExpectFailure<CQnInvalidParamException>(
-        [] { CXmlObjectBase::Throw_IfPropertyIsNull(nullptr, "P"); },
-        "The Property [P] is mandatory, it may node be NULL");
-
-    CXmlObjectBase::Throw_IfElementNameDiffers(nullptr, "log");
-    CXmlObjectBase::Throw_IfElementNameDiffers(pLog.GetPtr(), "log");
-    ExpectFailure<CQnInvalidParamException>(
-        [&] { CXmlObjectBase::Throw_IfElementNameDiffers(pLog.GetPtr(), "entry"); },
-        "This property requires an element with the name entry the element being set has the "
-        "element name log");
-}
-
-TEST(SetterChecks, LookAtTheNameOfTheBase)
-{
-    // Stands for another object, as a sink that wraps one does.
-    class CWrapper : public CLog
-    {
-    public:
-        using CLog::GetBase;
-        CXmlObjectBase* GetBase() override { return m_pWrapped.GetPtr(); }
-        CSmartPtr<CLog> m_pWrapped{new CLog};
-    };
-    const CSmartPtr<CWrapper> pWrapper(new CWrapper);
-    pWrapper->SetElementName("wrapper");
-    CXmlObjectBase::Throw_IfElementNameDiffers(pWrapper.GetPtr(), "log");
+    ExpectFailure<CQnInvalidParamException>([&] { read(nullptr); },
+                                            "The collection may not be NULL");
 }
 
 TEST(Events, ReachASinkThatOverridesOnEvent)
 {
-    const CSmartPtr<CstringCol> pStrings = MakeStrings(0, -1);
-    const CSmartPtr<CListener> pListener(new CListener);
-    IEventSink* const pSink = pListener.GetPtr();
-    int iItem = 0;
-
-    struct Row
+    class CListener : public CLog
     {
-        std::function<void()> fire;
-        IEventSink::MsgType message;
-        void* data; // of the messages that carry an item
-        int index;  // of the others
+    public:
+        void OnEvent(CXmlObjectBase*, MsgType, void* pData) override
+        {
+            m_strHeard += pData ? std::to_string(*static_cast<int*>(pData)) : "null ";
+        }
+        std::string m_strHeard;
     };
-    const Row rows[] = {
-        {[&] { CXmlObjectBase::FireOnCollectionChangeEvent(pSink, pStrings.GetPtr()); },
-         IEventSink::MsgType_CollectionChanged, nullptr, -1},
-        {[&] { CXmlObjectBase::FireOnCollectionAddEvent(pSink, pStrings.GetPtr(), &iItem); },
-         IEventSink::MsgType_Add, &iItem, -1},
-        {[&] {
-             CXmlObjectBase::FireOnCollectionAddCompleteEvent(pSink, pStrings.GetPtr(), &iItem);
-         },
-         IEventSink::MsgType_AddComplete, &iItem, -1},
-        {[&] { CXmlObjectBase::FireOnCollectionRemoveEvent(pSink, pStrings.GetPtr(), 3); },
-         IEventSink::MsgType_Remove, nullptr, 3},
-        {[&] { CXmlObjectBase::FireOnCollectionRemoveEvent(pSink, pStrings.GetPtr(), -1); },
-         IEventSink::MsgType_Remove, nullptr, -1},
-        {[&] { CXmlObjectBase::FireOnCollectionRemoveCompleteEvent(pSink, pStrings.GetPtr(), 0); },
-         IEventSink::MsgType_RemoveComplete, nullptr, 0},
-        {[&] { CXmlObjectBase::FireOnCollectionRemoveCompleteEvent(pSink, pStrings.GetPtr(), -1); },
-         IEventSink::MsgType_RemoveComplete, nullptr, -1},
-    };
-    int nEvents = 0;
-    for (const Row& row : rows) {
-        SCOPED_TRACE(nEvents);
-        row.fire();
-        EXPECT_EQ(pListener->m_nEvents, ++nEvents);
-        EXPECT_EQ(pListener->m_pSender, pStrings.GetPtr());
-        EXPECT_EQ(pListener->m_message, row.message);
-        EXPECT_EQ(pListener->m_iIndex, row.index);
-        if (row.data)
-            EXPECT_EQ(pListener->m_pData, row.data);
-        else
-            EXPECT_EQ(pListener->m_pData == nullptr, row.index == -1);
-    }
-
+    const CSmartPtr<CstringCol> pItems(Model::MakeTexts("s"));
+    const CSmartPtr<CListener> pListener(new CListener);
     const CSmartPtr<CLog> pDeaf(new CLog);
-    CXmlObjectBase::FireOnCollectionChangeEvent(pDeaf.GetPtr(), pStrings.GetPtr());
-    ExpectFailure<CQnInvalidParamException>(
-        [&] { CXmlObjectBase::FireOnCollectionChangeEvent(pSink, nullptr); },
-        "The collection may not be NULL");
+    for (CLog* const pSink : {static_cast<CLog*>(pListener.GetPtr()), pDeaf.GetPtr()}) {
+        for (const int iIndex : {0, -1})
+            CXmlObjectBase::FireOnCollectionRemoveEvent(pSink, pItems.GetPtr(), iIndex);
+        for (const int iIndex : {0, -1})
+            CXmlObjectBase::FireOnCollectionRemoveCompleteEvent(pSink, pItems.GetPtr(), iIndex);
+        ExpectFailure<CQnInvalidParamException>(
+            [&] { CXmlObjectBase::FireOnCollectionChangeEvent(pSink, nullptr); },
+            "The collection may not be NULL");
+    }
+    EXPECT_EQ(pListener->m_strHeard, "0null 0null ");
 }
 
-TEST(NamespaceTests, TakeTextsOnTheObjectBaseToo)
+TEST(NamespaceRestriction, LiteralTokensGoByTheWholeList)
 {
-    EXPECT_TRUE(CXmlObjectBase::IsNamespaceValid("urn:a", "##other", "urn:b"));
-    EXPECT_TRUE(CXmlObjectBase::IsNamespaceValid(nullptr, "##local", nullptr));
-    CXmlObjectBase::TestNamespace("urn:a", "urn:a", "");
-    ExpectFailure<CQnInvalidNamespaceException>(
-        [] { CXmlObjectBase::TestNamespace("urn:a", "##other", "urn:a"); },
-        "Invalid namespace [urn:a]. The namespace must be one of [##other] where the target "
-        "namespace is [urn:a].");
+    struct Row
+    {
+        const char* ns;
+        const char* list;
+        const char* target;
+        bool valid;
+    };
+    const Row rows[] = {
+        {"urn:a", "##any", "", true},
+        {"urn:a", "##other", "urn:t", true},
+        {"urn:t", "##other", "urn:t", false},
+        {"", "##other", "urn:t", true},
+        {"", "##other", "", false},
+        {nullptr, "##local", nullptr, true},
+        {"urn:t", "##targetNamespace", "urn:t", true},
+        {"", "##targetNamespace", "urn:t", false},
+        {"urn:a", "##local ##targetNamespace", "urn:t", false},
+        // Literal tokens.
+        {"urn:a", "urn:a", "", true},
+        {"urn:b", "urn:a", "", false},
+        {"urn:a urn:b", "urn:a urn:b", "", true},
+        {"", "urn:a", "urn:t", true},
+        {"urn:t", "urn:a ##targetNamespace", "urn:t", true},
+        {"urn:a", "##ANY", "", false},
+        // Empty tokens are literal ones.
+        {"", "", "", true},
+        {"urn:a", "", "", false},
+        {"urn:a", "##targetNamespace  ##any", "urn:t", true},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(testing::Message() << row.list << " | " << (row.ns ? row.ns : "null"));
+        EXPECT_EQ(CXmlObjectBase::IsNamespaceValid(row.ns, row.list, row.target), row.valid);
+        const auto test = [&] { CXmlObjectBase::TestNamespace(row.ns, row.list, row.target); };
+        if (row.valid)
+            test();
+        else
+            ExpectFailure<CQnInvalidNamespaceException>(
+                test, std::string("Invalid namespace [") + row.ns +
+                          "]. The namespace must be one of [" + row.list +
+                          "] where the target namespace is [" + row.target + "].");
+    }
+}
 
+TEST(ElementName, MatchesByNamespaceUnlessTheContextIgnoresThem)
+{
     CXmlDocument document;
-    document.LoadXml("<a xmlns='urn:a'/>");
-    const CSerializationContext context;
-    EXPECT_TRUE(
-        CXmlObjectBase::DoesElementNameMatch(context, document.GetDocumentElement(), "a", "urn:a"));
-    EXPECT_FALSE(
-        CXmlObjectBase::DoesElementNameMatch(context, document.GetDocumentElement(), "a", nullptr));
+    document.LoadXml("<p:a xmlns:p='urn:a'/>");
+    const auto matches = [&](const CSerializationContext& context, const char* pszName,
+                             const char* pszNamespace) {
+        return CXmlObjectBase::DoesElementNameMatch(context, document.GetDocumentElement(), pszName,
+                                                    pszNamespace);
+    };
+    const CSerializationContext strict;
+    EXPECT_TRUE(matches(strict, "a", "urn:a"));
+    EXPECT_FALSE(matches(strict, "a", "urn:b"));
+    EXPECT_FALSE(matches(strict, "a", nullptr));
+    EXPECT_FALSE(matches(strict, "b", "urn:a"));
+    CSerializationContext without;
+    without.SetSchemaType(SchemaType_NoNamespaces);
+    for (const CSerializationContext& context : {Model::MakeContext("n"), without}) {
+        EXPECT_TRUE(matches(context, "a", ""));
+        EXPECT_FALSE(matches(context, "b", ""));
+    }
+    ExpectFailure<CQnInvalidParamException>(
+        [&] { CXmlObjectBase::DoesElementNameMatch(strict, nullptr, "a", ""); },
+        "The element may not be NULL");
+}
+
+TEST(ClassFactory, ReadsTheTypeThatTheDocumentNames)
+{
+    struct Row
+    {
+        const char* attributes;
+        const char* type;
+        const char* ns;
+    };
+    const Row rows[] = {{"xsi:type='t:Round'", "Round", "urn:types"},
+                        {"xsi:type='Round'", "Round", "urn:e"}, // not the default in scope
+                        {"xsi:type='u:Round'", "Round", "urn:e"},
+                        {"xsi:type='t:a:b'", "a:b", "urn:types"},
+                        {"xsi:type='t:'", "", "urn:types"},
+                        {"type='t:Round'", "", "urn:e"}};
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.attributes);
+        CXmlDocument document;
+        document.LoadXml((std::string("<e:shape xmlns:e='urn:e' xmlns='urn:d' xmlns:t='urn:types' "
+                                      "xmlns:xsi='http://www.w3.org/2001/XMLSchema-instance' ") +
+                          row.attributes + "/>")
+                             .c_str());
+        CXmlElement* const pElement = document.GetDocumentElement();
+        EXPECT_EQ(CClassfactoryBase::GetElementType(pElement), row.type);
+        EXPECT_EQ(CClassfactoryBase::GetElementTypeNamespaceUri(pElement), row.ns);
+    }
+    CXmlElement loose(nullptr, nullptr);
+    loose.AddAttribute("type", "t:Round", "http://www.w3.org/2001/XMLSchema-instance");
+    EXPECT_EQ(CClassfactoryBase::GetElementTypeNamespaceUri(&loose), "");
+    ExpectFailure<CQnInvalidParamException>([] { CClassfactoryBase::GetElementType(nullptr); },
+                                            "The element may not be NULL");
 }
