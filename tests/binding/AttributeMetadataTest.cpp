@@ -1,9 +1,6 @@
-#include "QnXmlLib16/binding/AttributeInfo.h"
-
 #include "tests/model/Entries.h"
 
-#include "QnXmlLib16/collections/AttributeCol.h"
-#include "QnXmlLib16/support/Exceptions.h"
+#include "QnXmlLib16/QnXmlLib16.h"
 
 #include <gtest/gtest.h>
 
@@ -159,46 +156,43 @@ TEST(AttributeWriting, LeavesOutWhatIsAbsentOrADefaultOrHasNoText)
     struct Row
     {
         CAttributeInfo* attribute;
-        std::function<void(QnVariant&)> set;
+        const char* value;      // null: unset; "nil"; else a number, or the empty text
         std::string text;       // what is written
         std::string noDefaults; // where the context leaves optional defaults out
-    };
-    const auto five = [](QnVariant& value) { value.SetI4(5); };
-    const auto oiled = [](QnVariant& value) { value.SetI4(1); };
-    const auto empty = [](QnVariant& value) { value.SetString(""); };
-    const auto noFinish = [](QnVariant& value) { value.SetI4(2); };
-    const auto none = [](QnVariant&) {};
-    const auto nil = [](QnVariant& value) {
-        value.SetI4(5);
-        value.SetNil();
     };
     const std::string strNoType = kNotWritten + "CQnException: Invalid Type 0 to convert to string";
     const std::string strFacet = kNotWritten + "CQnException: Invalid Value for a [5]";
     const Row rows[] = {
-        {Primitive("a", 0, true, it_i4, "5"), five, " a=\"5\"", ""},
-        {Primitive("a", 0, true, it_i4, "6"), five, " a=\"5\"", " a=\"5\""},
-        {Primitive("a", 0, false, it_i4, "5"), five, " a=\"5\"", " a=\"5\""},
-        {Primitive("a", 0, true, it_string, ""), empty, " a=\"\"", " a=\"\""},
-        {Primitive("a", 0, true, it_i4), none, "", ""},
-        {Primitive("a", 0, true, it_i4), nil, "", ""},
-        {Primitive("a", 0, false, it_i4), none, strNoType, strNoType},
-        {Primitive("a", 0, false, it_i4), nil, strNoType, strNoType},
+        {Primitive("a", 0, true, it_i4, "5"), "5", " a=\"5\"", ""},
+        {Primitive("a", 0, true, it_i4, "6"), "5", " a=\"5\"", " a=\"5\""},
+        {Primitive("a", 0, false, it_i4, "5"), "5", " a=\"5\"", " a=\"5\""},
+        {Primitive("a", 0, true, it_string, ""), "", " a=\"\"", " a=\"\""},
+        {Primitive("a", 0, true, it_i4), nullptr, "", ""},
+        {Primitive("a", 0, true, it_i4), "nil", "", ""},
+        {Primitive("a", 0, false, it_i4), nullptr, strNoType, strNoType},
+        {Primitive("a", 0, false, it_i4), "nil", strNoType, strNoType},
         // A default that is written has to keep to the facets as any value does.
-        {Primitive("a", 0, true, it_i4, "5", AtMost("4")), five, strFacet, ""},
-        {Enumeration("a", 0, true, "oiled"), oiled, " a=\"oiled\"", ""},
-        {Enumeration("a", 0, false, "oiled"), oiled, " a=\"oiled\"", " a=\"oiled\""},
-        {Enumeration("a", 0, true), noFinish, "", ""},
-        {Enumeration("a", 0, false), noFinish, "", ""},
+        {Primitive("a", 0, true, it_i4, "5", AtMost("4")), "5", strFacet, ""},
+        {Enumeration("a", 0, true, "oiled"), "1", " a=\"oiled\"", ""},
+        {Enumeration("a", 0, false, "oiled"), "1", " a=\"oiled\"", " a=\"oiled\""},
+        {Enumeration("a", 0, true), "nil", "", ""},
+        {Enumeration("a", 0, false), "2", "", ""}, // which has no text
         // No value is 0 for an enumeration.
-        {Enumeration("a", 0, false), none, " a=\"raw\"", " a=\"raw\""},
-        {Enumeration("a", 0, false), nil, " a=\"raw\"", " a=\"raw\""},
+        {Enumeration("a", 0, false), nullptr, " a=\"raw\"", " a=\"raw\""},
+        {Enumeration("a", 0, false), "nil", " a=\"raw\"", " a=\"raw\""},
     };
     int nRow = 0;
     for (const Row& row : rows) {
         SCOPED_TRACE(nRow++);
         const CTables tables(kSequence, kReal, {}, {row.attribute});
         const CSmartPtr<CSheet> pSheet(new CSheet(tables));
-        row.set(pSheet->m_values[0]);
+        const std::string strValue = row.value ? row.value : "";
+        if (strValue == "nil")
+            pSheet->m_values[0].SetNil();
+        else if (!strValue.empty())
+            pSheet->m_values[0].SetI4(std::stol(strValue));
+        else if (row.value)
+            pSheet->m_values[0].SetString("");
         EXPECT_EQ(WriteAttributes(*pSheet), row.text);
         EXPECT_EQ(WriteAttributes(*pSheet, true), row.noDefaults);
     }

@@ -1,10 +1,8 @@
-#include "QnXmlLib16/binding/ElementInfo.h"
-
 #include "tests/model/Entries.h"
 #include "tests/model/Failure.h"
 #include "tests/model/Probe.h"
 
-#include "QnXmlLib16/binding/ElementInfoSeq.h"
+#include "QnXmlLib16/QnXmlLib16.h"
 
 #include <gtest/gtest.h>
 

@@ -2,11 +2,7 @@
 
 #include "tests/model/Entries.h"
 
-#include "QnXmlLib16/binding/ElementInfoAll.h"
-#include "QnXmlLib16/binding/ElementInfoChoice.h"
-#include "QnXmlLib16/binding/ElementInfoSeq.h"
-#include "QnXmlLib16/collections/Element.h"
-#include "QnXmlLib16/support/Exceptions.h"
+#include "QnXmlLib16/QnXmlLib16.h"
 
 #include <gtest/gtest.h>
 

@@ -1,9 +1,6 @@
-#include "QnXmlLib16/binding/SerializationContext.h"
-
 #include "tests/model/Failure.h"
 
-#include "QnXmlLib16/collections/AttributeCol.h"
-#include "QnXmlLib16/json/JsonContext.h"
+#include "QnXmlLib16/QnXmlLib16.h"
 
 #include <gtest/gtest.h>
 
