@@ -1,11 +1,11 @@
-#include "tests/model/Failure.h"
+#include "tests/model/Sheet.h"
 
 #include "QnXmlLib16/QnXmlLib16.h"
 
 #include <gtest/gtest.h>
 
 using namespace QnXmlLib16;
-using Model::ExpectFailure;
+using Model::Failure;
 
 namespace {
 
@@ -24,20 +24,18 @@ TEST(SerializationContext, OfTheDefaultIsThereBeforeMain)
 TEST(SerializationContext, TheTwoRelaxationsOfElementsExcludeEachOther)
 {
     const std::string strBoth =
-        "The parser can only ignore additional elements, or ignore the fact that some required "
-        "ones are missing, you can not ignore both\nSet IgnoreMissingMandatoryElements to false "
-        "before setting IgnoreUnknownElements to true";
+        "CQnInvalidStateException: The parser can only ignore additional elements, or ignore the "
+        "fact that some required ones are missing, you can not ignore both\n"
+        "Set IgnoreMissingMandatoryElements to false before setting IgnoreUnknownElements to true";
     CSerializationContext context;
     context.SetIgnoreMissingMandatoryElements(true);
-    ExpectFailure<CQnInvalidStateException>([&] { context.SetIgnoreUnknownElements(true); },
-                                            strBoth);
+    EXPECT_EQ(Failure([&] { context.SetIgnoreUnknownElements(true); }), strBoth);
     EXPECT_FALSE(context.GetIgnoreUnknownElements());
     context.SetIgnoreUnknownElements(false);
 
     context.SetIgnoreMissingMandatoryElements(false);
     context.SetIgnoreUnknownElements(true);
-    ExpectFailure<CQnInvalidStateException>(
-        [&] { context.SetIgnoreMissingMandatoryElements(true); }, strBoth);
+    EXPECT_EQ(Failure([&] { context.SetIgnoreMissingMandatoryElements(true); }), strBoth);
     EXPECT_FALSE(context.GetIgnoreMissingMandatoryElements());
     EXPECT_TRUE(context.GetIgnoreUnknownElements());
 }
@@ -59,9 +57,9 @@ TEST(SerializationContext, IndentsWithTabsAndBlanksOnly)
     CSerializationContext context;
     context.SetIndentChars("  \t");
     for (const char* const pszBad : {" x", "\n", "-"}) {
-        ExpectFailure<CQnInvalidParamException>(
-            [&] { context.SetIndentChars(pszBad); },
-            "IndentChars can only contain Whitespace characters, i.e. \\t or spaces");
+        EXPECT_EQ(Failure([&] { context.SetIndentChars(pszBad); }),
+                  "CQnInvalidParamException: IndentChars can only contain Whitespace characters, "
+                  "i.e. \\t or spaces");
         EXPECT_EQ(context.GetIndentChars(), "  \t");
     }
     context.SetIndentChars(nullptr);
@@ -115,8 +113,8 @@ TEST(NamespaceAliases, AreSortedByNamespaceAndReplaced)
     map.RemoveNamespace("urn:unknown");
     EXPECT_FALSE(map.DoesNamespaceExist("urn:b"));
     EXPECT_EQ(map.GetNamespaceCount(), 2);
-    ExpectFailure<CQnException>([&] { map.GetNamespaceFromAlias("x"); },
-                                "Namespace alias [x] not found");
+    EXPECT_EQ(Failure([&] { map.GetNamespaceFromAlias("x"); }),
+              "CQnException: Namespace alias [x] not found");
 }
 
 TEST(NamespaceAliases, AskingForAnUnknownNamespaceAddsIt)
