@@ -10,6 +10,13 @@ using namespace Model;
 
 namespace {
 
+constexpr auto kSequence = XmlElementGroupType_Sequence;
+const std::string kNotRead = "CQnValidationException: Failed to process the element. @/r < ";
+const std::string kUnexpected = "CQnException: Unexpected Attribute found. @/r/";
+const std::string kNotWritten =
+    "CQnValidationException: Failed to convert the element [r] to XML < CQnException: Failed to "
+    "convert attributes to XML < ";
+
 CAttributeInfo* Primitive(const char* pszName, int nProperty, bool bOptional, ItemType type,
                           const char* pszDefault = nullptr,
                           const CPrimitiveRestrictions& restrictions = {},
@@ -53,13 +60,6 @@ std::string WriteAttributes(const CSheet& sheet, bool bNoDefaults = false)
         Failure([&] { strText = sheet.ToXml(false, false, EOLType_LF, context); });
     return strFailure.empty() ? strText.substr(2, strText.size() - 4) : strFailure;
 }
-
-constexpr auto kSequence = XmlElementGroupType_Sequence;
-const std::string kNotRead = "CQnValidationException: Failed to process the element. @/r < ";
-const std::string kUnexpected = "CQnException: Unexpected Attribute found. @/r/";
-const std::string kNotWritten =
-    "CQnValidationException: Failed to convert the element [r] to XML < CQnException: Failed to "
-    "convert attributes to XML < ";
 
 } // namespace
 
@@ -132,21 +132,17 @@ TEST(AttributeReading, AWildcardTakesWhatItsListAdmits)
                          {new CAttributeInfoAny("any", "", 1, false, nullptr, "##any", "urn:t")},
                          {HeldAttributes(1, "##targetNamespace")});
     EXPECT_EQ(ReadAttributes(narrow, ""), "");
-    EXPECT_EQ(
-        ReadAttributes(narrow, "a='1'"),
-        kNotRead +
-            "CQnInvalidNamespaceException: Invalid namespace []. The namespace must be one of "
-            "[##targetNamespace] where the target namespace is [urn:t].");
+    EXPECT_EQ(ReadAttributes(narrow, "a='1'"),
+              kNotRead + "CQnInvalidNamespaceException: Invalid namespace []. The namespace must "
+                         "be one of [##targetNamespace] where the target namespace is [urn:t].");
 
+    const std::string strWrong = "CQnException: Serialization Data Error : The collection should "
+                                 "be a CAttributeCol, it was not!";
     for (const bool bNull : {true, false}) {
         const CTables wrong(kSequence, kReal, {},
                             {new CAttributeInfoAny("any", "", 1, true, nullptr, "##any", "")},
                             {HeldItems(1, [bNull] { return bNull ? nullptr : MakeTexts("a"); })});
-        EXPECT_EQ(ReadAttributes(wrong, "a='1'"),
-                  kNotRead +
-                      "CQnException: "
-                      "Serialization Data Error : The collection should be a CAttributeCol, it was "
-                      "not!");
+        EXPECT_EQ(ReadAttributes(wrong, "a='1'"), kNotRead + strWrong);
         EXPECT_EQ(WriteAttributes(*CSmartPtr<CSheet>(new CSheet(wrong))), "");
     }
 }

@@ -41,6 +41,8 @@ std::string Written(int nProperty, const std::function<void(QnVariant&)>& set, b
 TEST(PrimitiveElement, AValueEqualToTheDefaultIsNotChecked)
 {
     const auto number = [](int n) { return [n](QnVariant& value) { value.SetI4(n); }; };
+    const auto unset = [](QnVariant&) {};
+    const auto nil = [](QnVariant& value) { value.SetNil(); };
     for (const bool bDefaults : {false, true}) {
         const auto written = [&](int n, int nValue) {
             return Written(n, number(nValue), bDefaults);
@@ -54,11 +56,8 @@ TEST(PrimitiveElement, AValueEqualToTheDefaultIsNotChecked)
         EXPECT_EQ(written(1, 1), bDefaults ? "<b>oiled</b></r>" : "<b/></r>");
         EXPECT_EQ(written(1, 2), "<b/></r>"); // there is no text for it
         for (const int n : {0, 1}) {
-            EXPECT_EQ(Written(
-                          n, [](QnVariant&) {}, bDefaults),
-                      "");
-            const std::string strNil = Written(
-                n, [](QnVariant& value) { value.SetNil(); }, bDefaults);
+            EXPECT_EQ(Written(n, unset, bDefaults), "");
+            const std::string strNil = Written(n, nil, bDefaults);
             EXPECT_NE(strNil.find(":nil=\"true\"/></r>"), std::string::npos) << strNil;
         }
     }

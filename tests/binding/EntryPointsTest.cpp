@@ -292,34 +292,25 @@ TEST(WriterSetUp, FollowsTheArgumentsAndTheContextOnStreamsAndFiles)
 
 TEST(WritingText, EncodesItAndMarksOnlyXmlFiles)
 {
-    struct Row
-    {
-        int encoding;
-        const char* declared; // null: the encoding is refused
-        bool wide;
-    };
-    const Row rows[] = {
-        {0, nullptr, false},
-        {1, " encoding=\"UTF-8\"", false},
-        {2, " encoding=\"UTF-16\"", true},
-        {3, "", true},
-        {4, nullptr, false},
-    };
+    // What the XML declaration says of each encoding; two are refused.
+    const char* const declared[] = {nullptr, " encoding=\"UTF-8\"", " encoding=\"UTF-16\"", "",
+                                    nullptr};
     const std::string strRefusal =
         "CQnException: Unknown Encoding, select UTF-8 (contact our support team)";
     const CSmartPtr<CLog> pLog(new CLog);
     const CSerializationContext context = ContextForAllFormats();
-    for (const Row& row : rows) {
+    for (const int iEncoding : {0, 1, 2, 3, 4}) {
         for (const Format format : {Format::Xml, Format::Json}) {
-            SCOPED_TRACE(row.encoding);
+            SCOPED_TRACE(iEncoding);
             const Scoped::File target;
             std::remove(target.Path());
             Settings settings;
-            settings.encoding = static_cast<XmlEncoding>(row.encoding);
+            settings.encoding = static_cast<XmlEncoding>(iEncoding);
             const auto stream = [&] { return ToText(ToStream(format, *pLog, settings, context)); };
             const auto file = [&] { ToFile(format, *pLog, target.Path(), settings, context); };
-            const std::string strMark = row.wide ? "\xff\xfe" : "";
-            if (!row.declared) {
+            const bool bWide = iEncoding == 2 || iEncoding == 3;
+            const std::string strMark = bWide ? "\xff\xfe" : "";
+            if (!declared[iEncoding]) {
                 EXPECT_EQ(Failure(stream), strRefusal);
                 EXPECT_EQ(Failure(file), strRefusal);
                 EXPECT_FALSE(Exists(target));
@@ -327,14 +318,14 @@ TEST(WritingText, EncodesItAndMarksOnlyXmlFiles)
             else {
                 std::string strText = pLog->ToJson(true, EOLType_LF, context);
                 if (format == Format::Xml)
-                    strText = "<?xml version=\"1.0\"" + std::string(row.declared) + "?>\n" +
+                    strText = std::string("<?xml version=\"1.0\"") + declared[iEncoding] + "?>\n" +
                               pLog->ToXml(false, true, EOLType_LF, context);
-                const std::string strBytes = row.wide ? Widened(strText) : strText;
-                EXPECT_EQ(stream(), strBytes);
+                const std::string strBytes = bWide ? Widened(strText) : strText;
                 const std::string strFileMark = format == Format::Xml ? strMark : "";
+                EXPECT_EQ(stream(), strBytes);
                 file();
                 EXPECT_EQ(target.Content(), strFileMark + strBytes);
-                if (row.wide) {
+                if (bWide) {
                     // The mark stands ahead of the compressed bytes, which hides them.
                     settings.compression = CompressionType_GZip;
                     file();

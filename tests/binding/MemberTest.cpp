@@ -29,22 +29,21 @@ constexpr int kSpanId = 1;
 constexpr char kAny[] = "##any";
 constexpr char kNone[] = "";
 
+// What the create function of the entries does.
 enum class Creation
 {
     Works,
     GivesNull,
     Throws
-};
-Creation s_creation = Creation::Works;
+} s_creation = Creation::Works;
 
 CSmartPtr<CXmlObjectBase> Create(int nClassId, const char* pszName)
 {
     if (s_creation == Creation::Throws)
         throw CQnInvalidStateException("out of stock");
-    CSmartPtr<CXmlObjectBase> pObject;
-    if (s_creation == Creation::Works)
-        pObject = CSmartPtr<CSheet>(new CSheet(nClassId == kViceId ? Vice() : Span(), pszName));
-    return pObject;
+    if (s_creation == Creation::GivesNull)
+        return {};
+    return CSmartPtr<CSheet>(new CSheet(nClassId == kViceId ? Vice() : Span(), pszName));
 }
 
 // What an element and a property hold, with @ for the name of the member.
