@@ -350,8 +350,7 @@ void CElement::ToXml_Int(CXmlWriter* pWriter, bool /*bIsRoot*/, const char* pszT
 }
 
 // Deliberate: pCurrent is read, not pParent, so the inherited entries read the first child of a
-// document; and nothing is cleared. Pinned by ElementReading.InheritedEntriesReadTheFirstChild and
-// AWholeDocumentComesInThroughFromXml.
+// document; and nothing is cleared. Pinned by ElementReading.InheritedEntriesReadTheFirstChild.
 CXmlElement* CElement::FromXml_Int(CXmlElement* /*pParent*/, CXmlElement* pCurrent,
                                    const CSerializationContext& context, bool /*bOptionalChoice*/)
 {

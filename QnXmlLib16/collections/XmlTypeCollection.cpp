@@ -25,7 +25,7 @@ CXmlTypeCollection::~CXmlTypeCollection() = default;
 
 // Deliberate: nothing is cleared and no count is checked here, so reading twice holds twice the
 // values, and one too many shows up when the count is asked for. Pinned by
-// ValueCollection.ARunOfNamesakesIsReadAndAddsToWhatIsThere and ReadingStopsAtTheFirstOtherElement.
+// ValueCollection.ReadingAddsAndStopsAtTheFirstOtherElement.
 CXmlElement* CXmlTypeCollection::FromXml_Int(CXmlElement* /*pParent*/, CXmlElement* pCurrent,
                                              const CSerializationContext& context,
                                              bool /*bOptionalChoice*/)

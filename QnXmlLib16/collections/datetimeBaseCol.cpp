@@ -46,7 +46,7 @@ CDateTime CdatetimeBaseCol::Item(int iIndex) const
 }
 
 // Deliberate: every kind reaches the writer as a dateTime, with the text of its own form. Pinned
-// by DateCollection.EveryKindIsWrittenAsADateTime.
+// by ValueCollection.EachTypeHasItsTextItsTypeCodeAndItsFacets.
 void CdatetimeBaseCol::ToXml_Int(CXmlWriter* pWriter, bool /*bIsRoot*/,
                                  const char* /*pszTargetNamespace*/,
                                  const CSerializationContext& context,
@@ -58,7 +58,7 @@ void CdatetimeBaseCol::ToXml_Int(CXmlWriter* pWriter, bool /*bIsRoot*/,
 }
 
 // Deliberate: kind and facets have been checked before any listener hears of the value; only the
-// index comes after. Pinned by DateCollection.FacetsComeBeforeTheEventAndTheIndexAfterIt.
+// index comes after. Pinned by ValueCollection.WhatIsRefusedIsAnnouncedFirst.
 void CdatetimeBaseCol::BaseAddAt(int iIndex, const CDateTime& value)
 {
     ValueColSteps::InsertAt(*this, m_vecItems, m_nFirst, iIndex, value, [](const CDateTime&) {});

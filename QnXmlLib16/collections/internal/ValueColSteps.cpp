@@ -5,7 +5,7 @@
 namespace QnXmlLib16 {
 
 // Deliberate: the second number is the count, not the last index. Pinned by
-// ValueCollection.IndexesOutsideTheValuesAreRefused.
+// ValueCollection.WhatIsRefusedIsAnnouncedFirst.
 void ValueColSteps::ThrowBadItemIndex(int iIndex, int iCount)
 {
     throw CQnInvalidParamException(

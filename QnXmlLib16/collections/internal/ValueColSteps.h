@@ -47,7 +47,7 @@ typename TVec::value_type ItemAt(const TVec& vecItems, std::size_t nFirst, int i
 }
 
 // Deliberate: the listeners hear of a value before its index and its facets are looked at; a
-// refused one never completes. Pinned by ValueCollection.ARefusedValueIsAnnouncedFirst.
+// refused one never completes. Pinned by ValueCollection.WhatIsRefusedIsAnnouncedFirst.
 // A listener may change the collection, so nFirst is the collection's own and read after that.
 template <class TVec, class TValue, class TCheck>
 void InsertAt(CXmlTypeCollection& col, TVec& vecItems, const std::size_t& nFirst, int iIndex,
@@ -83,7 +83,7 @@ void Erase(TVec& vecItems, std::size_t& nFirst, int iIndex)
 }
 
 // Deliberate: a bad index is announced before it is refused. Pinned by
-// ValueCollection.ABadRemovalIsAnnouncedFirst.
+// ValueCollection.WhatIsRefusedIsAnnouncedFirst.
 template <class TVec>
 void RemoveAt(CXmlTypeCollection& col, TVec& vecItems, std::size_t& nFirst, int iIndex)
 {
@@ -92,7 +92,7 @@ void RemoveAt(CXmlTypeCollection& col, TVec& vecItems, std::size_t& nFirst, int 
         ThrowBadItemIndex(iIndex, Count(vecItems, nFirst));
     Erase(vecItems, nFirst, iIndex);
     // Deliberate: this second event always carries 0. A listener that wants the place takes it
-    // from the first one. Pinned by ValueCollection.RemovalNamesTheIndexInItsFirstEventOnly.
+    // from the first one. Pinned by ValueCollection.ListenersHearEachStepInOrder.
     col.FireOnCollectionRemoveComplete(0);
     col.FireOnCollectionChange();
 }
