@@ -214,7 +214,7 @@ void CXmlTextWriter::WriteAttributeString(const std::string& strName,
     CXmlWriterContext& context = RequireOpenStartTag();
     m_pStream->Append(' ');
     // Deliberate: an attribute never goes by the default namespace, which in XML doesn't reach
-    // attributes. Pinned by TextWriterNamespaces.AnAttributeInTheDefaultNamespaceGetsAPrefix.
+    // attributes. Pinned by TextWriterNamespaces.AreDeclaredByTheRootOrWhereAPrefixIsMade.
     if (!strNamespace.empty()) {
         bool bNew;
         const std::string& strPrefix = ObtainPrefix(context, strNamespace, bNew);
@@ -316,7 +316,7 @@ void CXmlTextWriter::WriteStartDocument()
 void CXmlTextWriter::WriteHeaderDirective(const std::string& strText)
 {
     // Deliberate: behind the root no element is open either, so a late directive passes. Pinned
-    // by TextWriterHeader.ADirectiveIsRefusedInsideAnElementOnly.
+    // by TextWriterHeader.InstructionsAndSchemasStandAsGiven.
     if (m_pContext)
         throw CQnException("Headed directives must appear before an Element has been added.");
     m_pStream->Append(strText);

@@ -1,7 +1,5 @@
-#include "QnXmlLib16/xml/XmlTextWriter.h"
-
-#include "QnXmlLib16/support/Exceptions.h"
-#include "QnXmlLib16/support/TextStream.h"
+#include "QnXmlLib16/QnXmlLib16.h"
+#include "tests/xml/WriterScript.h"
 
 #include <gtest/gtest.h>
 
@@ -12,17 +10,9 @@ using namespace QnXmlLib16;
 
 namespace {
 
-using Steps = std::function<void(CXmlTextWriter&)>;
-
-struct Row
-{
-    const char* pszCase;
-    Steps steps;
-    const char* pszText;
-};
-
 // What the steps put out; "<message>" follows the text where they fail.
-std::string Written(const Steps& steps, XmlEncoding eEncoding = XmlEncoding_UTF8)
+std::string WrittenBy(const std::function<void(CXmlTextWriter&)>& steps,
+                      XmlEncoding eEncoding = XmlEncoding_UTF8)
 {
     CTextStream stream(eEncoding);
     CXmlTextWriter writer(stream);
@@ -39,93 +29,48 @@ std::string Written(const Steps& steps, XmlEncoding eEncoding = XmlEncoding_UTF8
     return stream.GetText() + strFailure;
 }
 
+std::string Written(const std::string& strScript)
+{
+    return WrittenBy([&](CXmlTextWriter& w) { RunScript(w, strScript); });
+}
+
+struct Row
+{
+    const char* pszScript;
+    const char* pszText;
+};
+
 template <std::size_t N>
 void Check(const Row (&rows)[N])
 {
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.pszCase);
-        EXPECT_EQ(Written(row.steps), row.pszText);
-    }
+    for (const Row& row : rows)
+        EXPECT_EQ(Written(row.pszScript), row.pszText) << row.pszScript;
 }
 
-// An element of the name with a text.
-void Leaf(CXmlTextWriter& w, const char* pszName, const char* pszText)
-{
-    w.WriteStartElement(pszName, "");
-    w.WriteString(pszText, it_string, false);
-    w.WriteEndElement();
-}
-
-void Attribute(CXmlTextWriter& w, const char* pszName, const char* pszNamespace,
-               const std::string& strValue)
-{
-    w.WriteAttributeString(pszName, pszNamespace, strValue, it_string);
-}
-
-constexpr const char* kXsi = "http://www.w3.org/2001/XMLSchema-instance";
+const std::string kXsi = "http://www.w3.org/2001/XMLSchema-instance";
 
 } // namespace
 
 TEST(TextWriterElements, TagsFollowTheContent)
 {
     const Row rows[] = {
-        {"no content",
-         [](auto& w) {
-             w.WriteStartElement("a", "");
-             w.WriteEndElement();
-         },
-         "<a/>"},
-        {"empty value", [](auto& w) { Leaf(w, "a", ""); }, "<a/>"},
-        {"text", [](auto& w) { Leaf(w, "a", "x"); }, "<a>x</a>"},
-        {"nested",
-         [](auto& w) {
-             w.WriteStartElement("a", "");
-             Leaf(w, "b", "x");
-             Leaf(w, "c", "");
-             w.WriteString("y", it_string, false);
-             w.WriteEndElement();
-         },
-         "<a><b>x</b><c/>y</a>"},
-        {"two roots",
-         [](auto& w) {
-             Leaf(w, "a", "x");
-             Leaf(w, "b", "");
-         },
-         "<a>x</a><b/>"},
-        {"a default value is left out",
-         [](auto& w) {
-             w.WriteStartElement("a", "");
-             w.WriteString("x", it_string, true);
-             Attribute(w, "k", "", "v");
-             w.WriteEndElement();
-         },
-         "<a k=\"v\"/>"},
-        {"a default value is asked for",
-         [](auto& w) {
-             w.SetWriteDefaultElementValues(true);
-             w.WriteStartElement("a", "");
-             w.WriteString("x", it_string, true);
-             w.WriteEndElement();
-         },
-         "<a>x</a>"},
-        {"raw markup stays clear of the start tag",
-         [](auto& w) {
-             w.WriteStartElement("a", "");
-             w.CloseParentElm();
-             w.WriteRawElement("<b>&</b>");
-             w.WriteEndElement();
-             w.CloseParentElm();
-         },
-         "<a><b>&</b></a>"},
-        {"a comment leaves the start tag open",
-         [](auto& w) {
-             w.WriteStartElement("a", "");
-             w.WriteComment("<\"-->");
-             w.WriteEndElement();
-         },
-         "<a<!--&lt;\"--&gt;-->\n/>"},
+        {"<a >", "<a/>"},
+        {"<a ' >", "<a/>"},
+        {"<a <b 'x > <c > 'y >", "<a><b>x</b><c/>y</a>"},
+        {"<a 'x > <b >", "<a>x</a><b/>"},
+        {"<a ~x @k=v >", "<a k=\"v\"/>"}, // a default value is left out
+        {"<a !<\"--> >", "<a<!--&lt;\"--&gt;-->\n/>"},
     };
     Check(rows);
+    EXPECT_EQ(WrittenBy([](CXmlTextWriter& w) {
+                  w.SetWriteDefaultElementValues(true);
+                  RunScript(w, "<a <b ~x >");
+                  w.CloseParentElm();
+                  w.WriteRawElement("<c>&</c>"); // stays clear of the start tag
+                  RunScript(w, ">");
+                  w.CloseParentElm();
+              }),
+              "<a><b>x</b><c>&</c></a>");
 }
 
 TEST(TextWriterElements, ADeepDocumentCostsWhatAFlatOneDoes)
@@ -147,111 +92,75 @@ TEST(TextWriterElements, ADeepDocumentCostsWhatAFlatOneDoes)
 
 TEST(TextWriterFormat, LinesAndIndentsSurroundElementsButNotText)
 {
-    const Steps steps = [](CXmlTextWriter& w) {
-        w.SetFormat(true);
-        w.WriteStartElement("a", "");
-        Leaf(w, "b", "x");
-        w.WriteStartElement("c", "");
-        Leaf(w, "d", "");
-        w.WriteRawElement("<e/>");
-        w.WriteEndElement();
-        w.WriteEndElement();
+    const auto Formatted = [](const char* pszIndent, EOLType eEOLType) {
+        return WrittenBy([&](CXmlTextWriter& w) {
+            w.SetFormat(true);
+            w.SetIndentChars(pszIndent);
+            w.SetEOLType(eEOLType);
+            RunScript(w, "<a <b 'x > <c <d >");
+            w.WriteRawElement("<e/>");
+            RunScript(w, "> >");
+        });
     };
-    EXPECT_EQ(Written(steps), "<a>\n\t<b>x</b>\n\t<c>\n\t\t<d/>\n<e/>\n\t</c>\n</a>\n");
-    EXPECT_EQ(Written([&](CXmlTextWriter& w) {
-                  w.SetIndentChars("--");
-                  w.SetEOLType(EOLType_CRLF);
-                  steps(w);
-              }),
+    EXPECT_EQ(Formatted("\t", EOLType_LF),
+              "<a>\n\t<b>x</b>\n\t<c>\n\t\t<d/>\n<e/>\n\t</c>\n</a>\n");
+    EXPECT_EQ(Formatted("--", EOLType_CRLF),
               "<a>\r\n--<b>x</b>\r\n--<c>\r\n----<d/>\r\n<e/>\r\n--</c>\r\n</a>\r\n");
-    EXPECT_EQ(Written([&](CXmlTextWriter& w) {
-                  w.SetIndentChars(nullptr);
-                  steps(w);
-              }),
-              "<a>\n<b>x</b>\n<c>\n<d/>\n<e/>\n</c>\n</a>\n");
+    EXPECT_EQ(Formatted(nullptr, EOLType_LF), "<a>\n<b>x</b>\n<c>\n<d/>\n<e/>\n</c>\n</a>\n");
 }
 
 TEST(TextWriterFormat, OnlyTheTwoLineEndsAreTaken)
 {
-    CTextStream stream;
-    CXmlTextWriter writer(stream);
-    EXPECT_EQ(writer.GetEOLType(), EOLType_LF);
-    EXPECT_TRUE(writer.GetFormat());
-    EXPECT_EQ(writer.GetIndentChars(), "\t");
-    EXPECT_FALSE(writer.GetWriteDefaultElementValues());
-    writer.SetEOLType(EOLType_CRLF);
-    for (const int iBad : {-1, 2}) {
-        try {
-            writer.SetEOLType(static_cast<EOLType>(iBad));
-            ADD_FAILURE();
-        }
-        catch (const CQnException& e) {
-            EXPECT_EQ(e.GetMessage(), "Invalid EOL type.");
-        }
-    }
-    EXPECT_EQ(writer.GetEOLType(), EOLType_CRLF);
-    writer.WriteHeaderDirective("x");
-    EXPECT_STREQ(stream.GetText(), "x\r\n");
+    for (const int iBad : {-1, 2})
+        EXPECT_EQ(WrittenBy([=](CXmlTextWriter& w) {
+                      w.SetEOLType(EOLType_CRLF);
+                      EXPECT_THROW(w.SetEOLType(static_cast<EOLType>(iBad)), CQnException);
+                      w.WriteHeaderDirective("x");
+                      w.SetEOLType(static_cast<EOLType>(iBad));
+                  }),
+                  "x\r\n<Invalid EOL type.>");
 }
 
 TEST(TextWriterEscapes, DifferBetweenContentAndAttributes)
 {
-    struct Text
-    {
-        std::string strValue;
-        const char* pszContent;
-        const char* pszAttribute;
-    };
-    const Text texts[] = {
-        {"plain", "plain", "plain"},
-        {"\"", "\"", "&quot;"},
-        {"&<>'", "&amp;&lt;&gt;'", "&amp;&lt;&gt;'"},
+    const std::string rows[][3] = {
+        // value, as content, as an attribute
+        {"&<>'\"", "&amp;&lt;&gt;'\"", "&amp;&lt;&gt;'&quot;"},
         {"a\r\nb\rc\n", "a\nbc\n", "a&#xA;bc&#xA;"},
         {"\t\x01\x0B\x0C\x0E\x1F\x7F", "\t\x01\x0B\x0C\x0E\x1F\x7F", "\t\x01\x0B\x0C\x0E\x1F\x7F"},
-        {"\x80\xA2\xBC\xBE\xFF\xC3\xA9", "\x80\xA2\xBC\xBE\xFF\xC3\xA9",
-         "\x80\xA2\xBC\xBE\xFF\xC3\xA9"},
-        {std::string("ab\0cd", 5), "ab", "ab"},
+        {"\x80\xA2\xBC\xBE\xFF", "\x80\xA2\xBC\xBE\xFF", "\x80\xA2\xBC\xBE\xFF"},
+        {{"ab\0cd", 5}, "ab", "ab"},
         {"<![CDATA[<&]]>", "<![CDATA[<&]]>", "&lt;![CDATA[&lt;&amp;]]&gt;"},
         {" <![CDATA[", " &lt;![CDATA[", " &lt;![CDATA["},
     };
-    for (const Text& text : texts) {
-        SCOPED_TRACE(text.strValue);
-        EXPECT_EQ(Written([&](CXmlTextWriter& w) {
+    for (const auto& row : rows)
+        EXPECT_EQ(WrittenBy([&](CXmlTextWriter& w) {
                       w.WriteStartElement("a", "");
-                      Attribute(w, "k", "", text.strValue);
-                      w.WriteString(text.strValue, it_string, false);
+                      w.WriteAttributeString("k", "", row[0], it_string);
+                      w.WriteString(row[0], it_string, false);
+                      w.WriteEndElement();
+                      w.SetEOLType(EOLType_CRLF);
+                      w.WriteStartElement("a", "");
+                      w.WriteString("x\ny\r\n", it_string, false);
                       w.WriteEndElement();
                   }),
-                  std::string("<a k=\"") + text.pszAttribute + "\">" + text.pszContent + "</a>");
-    }
-    EXPECT_EQ(Written([](CXmlTextWriter& w) {
-                  w.SetEOLType(EOLType_CRLF);
-                  Leaf(w, "a", "x\ny\r\n");
-              }),
-              "<a>x\r\ny\r\n</a>");
+                  "<a k=\"" + row[2] + "\">" + row[1] + "</a><a>x\r\ny\r\n</a>");
 }
 
 TEST(TextWriterEscapes, AreFoundAtEveryPlaceOfALongText)
 {
-    for (const char cStop : {'&', '<', '>', '\n', '\r', '"', '\0'}) {
+    const std::pair<char, const char*> stops[] = {{'&', "&amp;"},  {'<', "&lt;"},   {'>', "&gt;"},
+                                                  {'"', "&quot;"}, {'\n', "&#xA;"}, {'\r', ""}};
+    for (const auto& [cStop, pszEscape] : stops) {
         for (std::size_t uPlace = 0; uPlace < 40; ++uPlace) {
             std::string strText(40, 'x');
             strText[uPlace] = cStop;
-            std::string strExpected;
-            for (const char c : strText) {
-                if (c == '\0')
-                    break;
-                strExpected += c == '&'    ? "&amp;"
-                               : c == '<'  ? "&lt;"
-                               : c == '>'  ? "&gt;"
-                               : c == '"'  ? "&quot;"
-                               : c == '\n' ? "&#xA;"
-                               : c == '\r' ? std::string()
-                                           : std::string(1, c);
-            }
-            EXPECT_EQ(Written([&](CXmlTextWriter& w) {
+            std::string strExpected = strText;
+            strExpected.replace(uPlace, 1, pszEscape);
+            strText += std::string("\0&", 2); // a zero byte ends the text
+            EXPECT_EQ(WrittenBy([&](CXmlTextWriter& w) {
                           w.WriteStartElement("a", "");
-                          Attribute(w, "k", "", strText);
+                          w.WriteAttributeString("k", "", strText, it_string);
                           w.WriteEndElement();
                       }),
                       "<a k=\"" + strExpected + "\"/>")
@@ -263,164 +172,63 @@ TEST(TextWriterEscapes, AreFoundAtEveryPlaceOfALongText)
 TEST(TextWriterNamespaces, AreDeclaredByTheRootOrWhereAPrefixIsMade)
 {
     const Row rows[] = {
-        {"of the document, by namespace",
-         [](auto& w) {
-             w.AddNamespace("z", "urn:a");
-             w.AddNamespace("y", "urn:b");
-             w.AddNamespace("x", std::string(CXmlWriter::XML_NAMESPACE) + "/sub");
-             w.SetDefaultNamespace("urn:d");
-             w.WriteStartElement("r", "urn:b");
-             w.WriteStartElement("c", "urn:a");
-             w.WriteEndElement();
-             w.WriteStartElement("d", "urn:d");
-             w.WriteString("x", it_string, false);
-             w.WriteEndElement();
-             w.WriteEndElement();
-         },
+        // of the document, by namespace
+        {"+z=urn:a +y=urn:b +x=http://www.w3.org/XML/1998/namespace/sub =urn:d "
+         "<{urn:b}r <{urn:a}c > <{urn:d}d 'x > >",
          "<y:r xmlns=\"urn:d\" xmlns:z=\"urn:a\" xmlns:y=\"urn:b\"><z:c/><d>x</d></y:r>"},
-        {"a prefix of the root itself stands first and is declared once",
-         [](auto& w) {
-             w.SetDefaultNamespace("urn:d");
-             w.WriteStartElement("r", "urn:<");
-             w.WriteStartElement("c", "urn:<");
-             w.WriteString("x", it_string, false);
-             w.WriteEndElement();
-             w.WriteEndElement();
-         },
+        // a prefix of the root itself stands first and is declared once
+        {"=urn:d <{urn:<}r <{urn:<}c 'x > >",
          "<AA:r xmlns:AA=\"urn:<\" xmlns=\"urn:d\"><AA:c>x</AA:c></AA:r>"},
-        {"siblings each declare the same prefix",
-         [](auto& w) {
-             w.WriteStartElement("r", "");
-             for (const char* pszNs : {"urn:a", "urn:b", "urn:a"}) {
-                 w.WriteStartElement("c", pszNs);
-                 w.WriteStartElement("d", pszNs);
-                 w.WriteEndElement();
-                 w.WriteEndElement();
-             }
-             w.WriteEndElement();
-         },
-         "<r><AA:c xmlns:AA=\"urn:a\"><AA:d/></AA:c><AA:c xmlns:AA=\"urn:b\"><AA:d/></AA:c>"
-         "<AA:c xmlns:AA=\"urn:a\"><AA:d/></AA:c></r>"},
-        {"a declaration below the root isn't written",
-         [](auto& w) {
-             w.WriteStartElement("r", "");
-             w.AddNamespace("p", "urn:p");
-             w.WriteStartElement("c", "urn:p");
-             w.WriteEndElement();
-             w.WriteEndElement();
-         },
-         "<r><p:c/></r>"},
-        {"the end tag goes by the scope at the end",
-         [](auto& w) {
-             w.SetDefaultNamespace("urn:d");
-             w.WriteStartElement("r", "urn:d");
-             w.SetDefaultNamespace("urn:e");
-             w.WriteString("x", it_string, false);
-             w.WriteEndElement();
-         },
-         "<r xmlns=\"urn:d\">x</:r>"},
-        {"the xml namespace has its prefix without a declaration",
-         [](auto& w) {
-             w.WriteStartElement("r", "");
-             Attribute(w, "lang", CXmlWriter::XML_NAMESPACE, "en");
-             w.WriteEndElement();
-         },
-         "<r xml:lang=\"en\"/>"},
-        {"attributes share the prefixes made for their element",
-         [](auto& w) {
-             w.WriteStartElement("r", "urn:a");
-             Attribute(w, "k", "urn:a", "1");
-             Attribute(w, "l", "urn:b", "2");
-             Attribute(w, "m", "urn:b", "3");
-             w.WriteEndElement();
-         },
+        // siblings each declare the same prefix
+        {"<r <{urn:a}c <{urn:a}d > > <{urn:b}c <{urn:b}d > > >",
+         "<r><AA:c xmlns:AA=\"urn:a\"><AA:d/></AA:c><AA:c xmlns:AA=\"urn:b\"><AA:d/></AA:c></r>"},
+        // a declaration below the root isn't written
+        {"<r +p=urn:p <{urn:p}c > >", "<r><p:c/></r>"},
+        // the end tag goes by the scope at the end
+        {"=urn:d <{urn:d}r =urn:e 'x >", "<r xmlns=\"urn:d\">x</:r>"},
+        // the xml namespace has its prefix without a declaration
+        {"<r @{http://www.w3.org/XML/1998/namespace}lang=en >", "<r xml:lang=\"en\"/>"},
+        // attributes share the prefixes made for their element
+        {"<{urn:a}r @{urn:a}k=1 @{urn:b}l=2 @{urn:b}m=3 >",
          "<AA:r xmlns:AA=\"urn:a\" AA:k=\"1\" xmlns:AB=\"urn:b\" AB:l=\"2\" AB:m=\"3\"/>"},
+        // an attribute never goes by the default namespace
+        {"=urn:d <{urn:d}r @{urn:d}k=v >", "<r xmlns=\"urn:d\" xmlns:AA=\"urn:d\" AA:k=\"v\"/>"},
     };
     Check(rows);
-}
-
-TEST(TextWriterNamespaces, AnAttributeInTheDefaultNamespaceGetsAPrefix)
-{
-    EXPECT_EQ(Written([](CXmlTextWriter& w) {
-                  w.SetDefaultNamespace("urn:d");
-                  w.WriteStartElement("r", "urn:d");
-                  Attribute(w, "k", "urn:d", "v");
-                  w.WriteEndElement();
-              }),
-              "<r xmlns=\"urn:d\" xmlns:AA=\"urn:d\" AA:k=\"v\"/>");
 }
 
 TEST(TextWriterSchemaInstance, TypeAndNilAreAttributesOfItsNamespace)
 {
-    const Row rows[] = {
-        {"nil",
-         [](auto& w) {
-             w.AddNamespace("xsi", kXsi);
-             w.WriteStartElement("r", "");
-             w.WriteAttributeNil();
-             w.WriteEndElement();
-         },
-         "<r xmlns:xsi=\"http://www.w3.org/2001/XMLSchema-instance\" xsi:nil=\"true\"/>"},
-        {"a type of the default namespace, no prefix for the instance",
-         [](auto& w) {
-             w.SetDefaultNamespace("urn:d");
-             w.WriteStartElement("r", "urn:d");
-             w.WriteAttributeType("urn:d", "T", it_string);
-             w.WriteEndElement();
-         },
-         "<r xmlns=\"urn:d\" xmlns:AA=\"http://www.w3.org/2001/XMLSchema-instance\" "
-         "AA:type=\"T\"/>"},
-        {"a type of a new namespace has two blanks behind its declaration",
-         [](auto& w) {
-             w.AddNamespace("xsi", kXsi);
-             w.WriteStartElement("r", "");
-             w.WriteAttributeType("", "T", it_string);
-             w.WriteAttributeType("urn:t", "U", it_string);
-             w.WriteAttributeType("urn:t", "V", it_string);
-             w.WriteEndElement();
-         },
-         "<r xmlns:xsi=\"http://www.w3.org/2001/XMLSchema-instance\" xsi:type=\"T\" "
-         "xmlns:AA=\"urn:t\"  xsi:type=\"AA:U\" xsi:type=\"AA:V\"/>"},
-    };
-    Check(rows);
+    EXPECT_EQ(Written("+xsi=" + kXsi + " <r @nil >"),
+              "<r xmlns:xsi=\"" + kXsi + "\" xsi:nil=\"true\"/>");
+    EXPECT_EQ(Written("=urn:d <{urn:d}r :{urn:d}T >"),
+              "<r xmlns=\"urn:d\" xmlns:AA=\"" + kXsi + "\" AA:type=\"T\"/>");
+    // A type of a new namespace has two blanks behind its declaration.
+    EXPECT_EQ(Written("+xsi=" + kXsi + " <r :T :{urn:t}U :{urn:t}V >"),
+              "<r xmlns:xsi=\"" + kXsi +
+                  "\" xsi:type=\"T\" xmlns:AA=\"urn:t\"  xsi:type=\"AA:U\" xsi:type=\"AA:V\"/>");
 }
 
 TEST(TextWriterHeader, TheDeclarationNamesTheEncodingOfTheStream)
 {
-    struct Declared
-    {
-        XmlEncoding eEncoding;
-        const char* pszText;
+    const auto Declaration = [](XmlEncoding eEncoding) {
+        return WrittenBy([](CXmlTextWriter& w) { w.WriteStartDocument(); }, eEncoding);
     };
-    const Declared rows[] = {
-        {XmlEncoding_None, "<?xml version=\"1.0\"?>\n"},
-        {XmlEncoding_UTF8, "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"},
-        {XmlEncoding_UTF16, "<?xml version=\"1.0\" encoding=\"UTF-16\"?>\n"},
-        {XmlEncoding_Wide, "<?xml version=\"1.0\"?>\n"},
-    };
-    for (const Declared& row : rows)
-        EXPECT_EQ(Written([](CXmlTextWriter& w) { w.WriteStartDocument(); }, row.eEncoding),
-                  row.pszText);
+    EXPECT_EQ(Declaration(XmlEncoding_None), "<?xml version=\"1.0\"?>\n");
+    EXPECT_EQ(Declaration(XmlEncoding_UTF8), "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n");
+    EXPECT_EQ(Declaration(XmlEncoding_UTF16), "<?xml version=\"1.0\" encoding=\"UTF-16\"?>\n");
+    EXPECT_EQ(Declaration(XmlEncoding_Wide), "<?xml version=\"1.0\"?>\n");
 }
 
 TEST(TextWriterHeader, InstructionsAndSchemasStandAsGiven)
 {
-    EXPECT_EQ(Written([](CXmlTextWriter& w) {
-                  w.WritePI("<?a <b>?>");
-                  w.WriteStartElement("r", "");
-                  w.WriteInlineSchema("s=\"&\"");
-                  w.WriteEndElement();
-              }),
-              "<?a <b>?>\n\n<r \ns=\"&\"\n/>");
-}
-
-TEST(TextWriterHeader, ADirectiveIsRefusedInsideAnElementOnly)
-{
-    EXPECT_EQ(Written([](CXmlTextWriter& w) {
+    EXPECT_EQ(Written("?<?a&?> <r $s=\"&\" >"), "<?a&?>\n\n<r \ns=\"&\"\n/>");
+    // A directive is refused inside an element only.
+    EXPECT_EQ(WrittenBy([](CXmlTextWriter& w) {
                   w.WriteHeaderDirective("<!DOCTYPE a>");
-                  Leaf(w, "a", "");
+                  RunScript(w, "<a >");
                   w.WriteHeaderDirective("late");
-                  w.WriteStartElement("b", "");
+                  RunScript(w, "<b");
                   w.WriteHeaderDirective("x");
               }),
               "<!DOCTYPE a>\n<a/>late\n<b"
@@ -430,53 +238,34 @@ TEST(TextWriterHeader, ADirectiveIsRefusedInsideAnElementOnly)
 TEST(TextWriterFailures, AttributesNeedAnOpenStartTagAndTextAnElement)
 {
     const std::string strRefused = "<Attributes must be added before elements>";
-    const Steps calls[] = {
-        [](auto& w) { Attribute(w, "k", "", "v"); },
-        [](auto& w) { w.WriteAttributeType("", "T", it_string); },
-        [](auto& w) { w.WriteAttributeNil(); },
-        [](auto& w) { w.WriteString("x", it_string, false); },
-        [](auto& w) { w.WriteEndElement(); },
-    };
-    for (int i = 0; i < 5; ++i) {
-        SCOPED_TRACE(i);
-        EXPECT_EQ(Written(calls[i]), strRefused);
-        if (i > 2)
-            continue;
-        EXPECT_EQ(Written([&](CXmlTextWriter& w) {
-                      w.WriteStartElement("a", "");
-                      Leaf(w, "b", "");
-                      calls[i](w);
-                  }),
-                  "<a><b/>" + strRefused);
-        EXPECT_EQ(Written([&](CXmlTextWriter& w) {
-                      w.WriteStartElement("a", "");
-                      w.WriteString("x", it_string, false);
-                      calls[i](w);
-                  }),
-                  "<a>x" + strRefused);
+    for (const std::string strCall : {"@k=v", ":T", "@nil"}) {
+        EXPECT_EQ(Written(strCall), strRefused);
+        EXPECT_EQ(Written("<a <b > " + strCall), "<a><b/>" + strRefused);
+        EXPECT_EQ(Written("<a 'x " + strCall), "<a>x" + strRefused);
     }
-    EXPECT_EQ(Written([](CXmlTextWriter& w) { w.WriteStartElement("a", ""); }),
-              "<a<An Element has not been closed.>");
+    EXPECT_EQ(Written("'x"), strRefused);
+    EXPECT_EQ(Written(">"), strRefused);
+    EXPECT_EQ(Written("<a"), "<a<An Element has not been closed.>");
 }
 
 TEST(TextWriterFailures, AnElementWithoutAPrefixLeftIsFreedAndNotOpened)
 {
-    const auto fill = [](CXmlTextWriter& w) {
+    const auto Fill = [](CXmlTextWriter& w) {
         for (int i = 0; i < (256 - 'A') * 26; ++i)
             w.AddNamespace(CXmlWriter::NsIntToString(i), "urn:" + std::to_string(i));
     };
-    EXPECT_EQ(Written([&](CXmlTextWriter& w) {
-                  fill(w);
-                  w.WriteStartElement("r", "urn:x");
+    EXPECT_EQ(WrittenBy([&](CXmlTextWriter& w) {
+                  Fill(w);
+                  RunScript(w, "<{urn:x}r");
               }),
               "<<No namespace prefix is left.>");
-    CTextStream stream;
-    CXmlTextWriter writer(stream);
-    writer.WriteStartElement("r", "");
-    fill(writer);
-    EXPECT_THROW(writer.WriteStartElement("c", "urn:x"), CQnException);
-    writer.WriteEndElement();
-    writer.Close();
+    EXPECT_EQ(WrittenBy([&](CXmlTextWriter& w) {
+                  RunScript(w, "<r");
+                  Fill(w);
+                  EXPECT_THROW(RunScript(w, "<{urn:x}c"), CQnException);
+                  RunScript(w, ">");
+              }),
+              "<r><</r>");
 }
 
 TEST(TextWriterFlush, HappensBehindWholeItemsFrom4096CharactersOn)
@@ -490,22 +279,11 @@ TEST(TextWriterFlush, HappensBehindWholeItemsFrom4096CharactersOn)
     CCountingStream stream;
     CXmlTextWriter writer(stream);
     writer.SetFormat(false);
-    writer.WriteStartElement("a", "");
-    writer.WriteString(std::string(4092, 'x'), it_string, false);
+    RunScript(writer, "<a '" + std::string(4092, 'x'));
     EXPECT_EQ(stream.GetLength(), 4095u);
-    EXPECT_EQ(stream.m_iFlushes, 0);
     writer.WriteRawElement("y");
     EXPECT_EQ(stream.m_iFlushes, 0);
-    writer.WriteEndElement();
-    EXPECT_EQ(stream.m_iFlushes, 1);
-    writer.WriteStartElement("b", "");
-    Attribute(writer, "k", "", "v");
-    writer.WriteInlineSchema("s");
-    writer.WriteComment("c");
-    writer.WriteString("", it_string, false);
-    writer.WriteString("x", it_string, false);
-    writer.WriteEndElement();
-    writer.WritePI("p");
+    RunScript(writer, "> <b @k=v $s !c ' 'x > ?p"); // the empty string alone doesn't flush
     writer.WriteHeaderDirective("h");
     writer.WriteStartDocument();
     EXPECT_EQ(stream.m_iFlushes, 10);
