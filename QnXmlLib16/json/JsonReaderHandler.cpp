@@ -58,7 +58,7 @@ void CJsonReaderDefaultHandler::ReadStartObject()
         SItem& array = m_vecPath[uArray];
         // Deliberate: the index is one byte and no digits, 0x02 for the third object. Paths are
         // for people who know the document; nothing reads them. Pinned by
-        // JsonPath.AnObjectInAnArrayBearsItsIndexAsAByte.
+        // JsonFailures.NameTheInnermostMemberFirstAndItemsByTheirIndexAsAByte.
         object.strName = array.strName;
         object.strName += '[';
         object.strName += static_cast<char>(++array.iIndex);
@@ -106,7 +106,8 @@ void CJsonReaderDefaultHandler::ReadNull()
 
 std::string CJsonReaderDefaultHandler::GetPath()
 {
-    // Deliberate: the innermost name comes first. Pinned by JsonPath.TheInnermostNameComesFirst.
+    // Deliberate: the innermost name comes first. Pinned by
+    // JsonFailures.NameTheInnermostMemberFirstAndItemsByTheirIndexAsAByte.
     std::string strPath = "$";
     for (std::size_t u = m_iDepth; u-- > 0;) {
         const SItem& item = m_vecPath[u];

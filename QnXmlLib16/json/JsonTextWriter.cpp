@@ -162,7 +162,7 @@ void CJsonTextWriter::WriteEndElement()
         m_pStream->Append(']');
     }
     // Deliberate: an element without content leaves its key with nothing behind it. Pinned by
-    // JsonWriterElements.AnEmptyElementIsAKeyWithoutAValue.
+    // JsonWriterElements.ContentDecidesBetweenAValueAndAnObject.
     if (!m_bValuePending) {
         WriteLine(context.m_iDepth);
         m_pStream->Append('}');

@@ -12,7 +12,7 @@
 //   :T       the attribute type           'x       a string
 //   ~x       a string, as the default     #5       a string of type i4
 //   !x       a comment                    ?x       a processing instruction
-//   $x       an inline schema             [ ]      the states before and behind a collection's items
+//   $x       an inline schema             [ ]      the states before and behind the items
 //   +p=u     adds namespace u with p      =u       sets the default namespace
 //
 // The namespace of an element, attribute or type stands in braces in front of its name.
