@@ -21,14 +21,6 @@ public:
     std::function<bool(QnXmlLib16::CXmlWriter& writer)> m_write;
     std::function<bool(bool bWasRead, bool bIsRealElement)> m_validate; // unset: as inherited
 
-    // Acts as a choice member that may be absent, by itself or by its collection's lower bound.
-    void MakeChoiceOptional() { m_trait = Trait::ChoiceOptional; }
-    void MakeChoiceCollection(int nProperty)
-    {
-        m_trait = Trait::ChoiceCollection;
-        m_nProperty = nProperty;
-    }
-
     bool ElementToXml(const QnXmlLib16::CSerializationContext& context,
                       const QnXmlLib16::CXmlGeneratedClass* pObject,
                       QnXmlLib16::CXmlWriter* pWriter) const override;

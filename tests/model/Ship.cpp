@@ -2,17 +2,35 @@
 
 #include "SpineInfo.h"
 
-#include "QnXmlLib16/binding/ParentElementInfo.h"
-#include "QnXmlLib16/support/Exceptions.h"
+#include "QnXmlLib16/binding/ElementInfoSeq.h"
 
 using namespace QnXmlLib16;
-using QnXmlLib16Data::CAttributeInfo;
-using QnXmlLib16Data::CElementInfo;
-using QnXmlLib16Data::CParentElementInfo;
+using namespace QnXmlLib16Data;
 
 namespace Model {
 
 namespace {
+
+enum Property : int
+{
+    Property_By,
+    Property_Value,
+    Property_Watch,
+    Property_Captain,
+    Property_Mate,
+    Property_Id,
+    Property_Flag,
+    Property_Name,
+    Property_Tons,
+    Property_Crew,
+    Property_Log
+};
+
+const CPrimitiveRestrictions kNoFacets;
+const CPrimitiveRestrictions kUpTo20Characters(nullptr, -1, 20, nullptr, nullptr, nullptr, nullptr,
+                                               -1, -1, -1);
+const CPrimitiveRestrictions kFrom500(nullptr, -1, -1, "500", nullptr, nullptr, nullptr, -1, -1,
+                                      -1);
 
 void Access(bool bRead, QnVariant& value, QnVariant& member)
 {
@@ -22,75 +40,43 @@ void Access(bool bRead, QnVariant& value, QnVariant& member)
         member = value;
 }
 
-} // namespace
-
-struct CLog::MetaData
+template <class TChild>
+void Access(bool bRead, QnVariant& value, CSmartPtr<TChild>& member)
 {
-    MetaData()
-    {
-        const CQNCriticalSectionGuard guard(m_csInit);
-        pInfo = new CParentElementInfo(XmlElementGroupType_Sequence, XmlElementType_Element,
-                                       "LogType", kShipNamespace, true, true, Property_Value, it_i4,
-                                       nullptr, false);
-        ppElements = new CElementInfo* [1] { nullptr };
-        ppAttributes = new CAttributeInfo* [2] {
-            new CValueAttributeInfo("by", "", Property_By, true, it_string), nullptr
-        };
-    }
-    ~MetaData() { CleanMetaData(pInfo, ppElements, ppAttributes); }
-
-    CParentElementInfo* pInfo;
-    CElementInfo** ppElements;
-    CAttributeInfo** ppAttributes;
-};
-
-const CLog::MetaData& CLog::GetMetaData()
-{
-    static MetaData data;
-    return data;
+    if (bRead)
+        value.SetXmlObject(member.GetPtr());
+    else
+        member = GeneratedSupport::GetObjectOf<TChild>(value);
 }
+
+template <class TChild>
+CSmartPtr<CXmlObjectBase> Create(int, const char*)
+{
+    return CSmartPtr<TChild>(new TChild);
+}
+
+} // namespace
 
 CLog::CLog()
 {
     SetElementName("log");
-    Init();
+    CLog::Init();
 }
 
-CLog::~CLog() = default;
-
-CXmlObjectBase* CLog::GetBase()
+const CLog::CMetaData& CLog::GetMetaData() const
 {
-    return this;
-}
-
-std::string CLog::GetTargetNamespace() const
-{
-    return kShipNamespace;
-}
-
-std::string CLog::GetNamespace() const
-{
-    return kShipNamespace;
+    static const CMetaData data([](CMetaData& table) {
+        table.SetClass(new CParentElementInfo(XmlElementGroupType_Sequence, XmlElementType_Element,
+                                              "LogType", kShipNamespace, true, true, Property_Value,
+                                              it_i4, nullptr, false));
+        table.Add(new CValueAttributeInfo("by", "", Property_By, true, it_string));
+    });
+    return data;
 }
 
 void CLog::AccessProperty(int nProperty, bool bRead, QnVariant& value)
 {
     Access(bRead, value, nProperty == Property_By ? m_by : m_value);
-}
-
-CParentElementInfo* CLog::GetClassInfo() const
-{
-    return GetMetaData().pInfo;
-}
-
-CElementInfo** CLog::GetClassElementInfo() const
-{
-    return GetMetaData().ppElements;
-}
-
-CAttributeInfo** CLog::GetClassAttributeInfo() const
-{
-    return GetMetaData().ppAttributes;
 }
 
 void CLog::Init()
@@ -100,88 +86,27 @@ void CLog::Init()
     m_bNil = false;
 }
 
-bool CLog::IsNil()
+const CCrewGroup::CMetaData& CCrewGroup::GetMetaData() const
 {
-    return m_bNil;
-}
-
-void CLog::SetNil(bool bNil)
-{
-    m_bNil = bNil;
-}
-
-struct CCrewGroup::MetaData
-{
-    MetaData()
-    {
-        const CQNCriticalSectionGuard guard(m_csInit);
-        pInfo = new CParentElementInfo(XmlElementGroupType_Sequence, XmlElementType_PseudoElement,
-                                       "CrewGroup", kShipNamespace, false, false, -1, it_none,
-                                       nullptr, false);
-        ppElements = new CElementInfo* [3] {
-            new CValueInfo("captain", kShipNamespace, Property_Captain, it_string, true),
-                new CValueInfo("mate", kShipNamespace, Property_Mate, it_string, false), nullptr
-        };
-        ppAttributes = new CAttributeInfo* [2] {
-            new CValueAttributeInfo("watch", "", Property_Watch, true, it_string), nullptr
-        };
-    }
-    ~MetaData() { CleanMetaData(pInfo, ppElements, ppAttributes); }
-
-    CParentElementInfo* pInfo;
-    CElementInfo** ppElements;
-    CAttributeInfo** ppAttributes;
-};
-
-const CCrewGroup::MetaData& CCrewGroup::GetMetaData()
-{
-    static MetaData data;
+    static const CMetaData data([](CMetaData& table) {
+        table.SetClass(new CParentElementInfo(
+            XmlElementGroupType_Sequence, XmlElementType_PseudoElement, "CrewGroup", kShipNamespace,
+            false, false, -1, it_none, nullptr, false));
+        table.Add(new CElementInfoSeqPrimMnd("captain", kShipNamespace, Property_Captain, false,
+                                             it_string, nullptr, kCollapse, kNoFacets, nullptr));
+        table.Add(new CElementInfoSeqPrimOpt("mate", kShipNamespace, Property_Mate, false,
+                                             it_string, nullptr, kCollapse, kNoFacets, nullptr));
+        table.Add(new CValueAttributeInfo("watch", "", Property_Watch, true, it_string));
+    });
     return data;
-}
-
-CCrewGroup::CCrewGroup() = default;
-CCrewGroup::~CCrewGroup() = default;
-
-CXmlObjectBase* CCrewGroup::GetBase()
-{
-    return this;
-}
-
-std::string CCrewGroup::GetTargetNamespace() const
-{
-    return kShipNamespace;
-}
-
-std::string CCrewGroup::GetNamespace() const
-{
-    return kShipNamespace;
 }
 
 void CCrewGroup::AccessProperty(int nProperty, bool bRead, QnVariant& value)
 {
-    switch (nProperty) {
-    case Property_Watch:
-        return Access(bRead, value, m_watch);
-    case Property_Captain:
-        return Access(bRead, value, m_captain);
-    default:
-        return Access(bRead, value, m_mate);
-    }
-}
-
-CParentElementInfo* CCrewGroup::GetClassInfo() const
-{
-    return GetMetaData().pInfo;
-}
-
-CElementInfo** CCrewGroup::GetClassElementInfo() const
-{
-    return GetMetaData().ppElements;
-}
-
-CAttributeInfo** CCrewGroup::GetClassAttributeInfo() const
-{
-    return GetMetaData().ppAttributes;
+    Access(bRead, value,
+           nProperty == Property_Watch     ? m_watch
+           : nProperty == Property_Captain ? m_captain
+                                           : m_mate);
 }
 
 void CCrewGroup::Init()
@@ -191,63 +116,32 @@ void CCrewGroup::Init()
     m_mate.SetInvalid();
 }
 
-struct CShip::MetaData
-{
-    MetaData()
-    {
-        const CQNCriticalSectionGuard guard(m_csInit);
-        pInfo =
-            new CParentElementInfo(XmlElementGroupType_Sequence, XmlElementType_Element, "ShipType",
-                                   kShipNamespace, false, true, -1, it_none, nullptr, false);
-        ppElements = new CElementInfo* [5] {
-            new CValueInfo("name", kShipNamespace, Property_Name, it_string, true, false, nullptr,
-                           CPrimitiveRestrictions(nullptr, -1, 20, nullptr, nullptr, nullptr,
-                                                  nullptr, -1, -1, -1)),
-                new CValueInfo("tons", kShipNamespace, Property_Tons, it_i4, false, true, "100",
-                               CPrimitiveRestrictions(nullptr, -1, -1, "500", nullptr, nullptr,
-                                                      nullptr, -1, -1, -1)),
-                new CChildInfo("crew", kShipNamespace, Property_Crew, XmlElementType_PseudoElement),
-                new CChildInfo("log", kShipNamespace, Property_Log, XmlElementType_Element), nullptr
-        };
-        ppAttributes = new CAttributeInfo* [3] {
-            new CValueAttributeInfo("id", "", Property_Id, false, it_i4),
-                new CValueAttributeInfo("flag", "", Property_Flag, true, it_string), nullptr
-        };
-    }
-    ~MetaData() { CleanMetaData(pInfo, ppElements, ppAttributes); }
-
-    CParentElementInfo* pInfo;
-    CElementInfo** ppElements;
-    CAttributeInfo** ppAttributes;
-};
-
-const CShip::MetaData& CShip::GetMetaData()
-{
-    static MetaData data;
-    return data;
-}
-
-CShip::CShip() : m_crew(new CCrewGroup), m_log(new CLog)
+CShip::CShip()
 {
     SetElementName("ship");
-    Init();
+    CShip::Init();
 }
 
-CShip::~CShip() = default;
-
-CXmlObjectBase* CShip::GetBase()
+const CShip::CMetaData& CShip::GetMetaData() const
 {
-    return this;
-}
-
-std::string CShip::GetTargetNamespace() const
-{
-    return kShipNamespace;
-}
-
-std::string CShip::GetNamespace() const
-{
-    return kShipNamespace;
+    static const CMetaData data([](CMetaData& table) {
+        table.SetClass(new CParentElementInfo(XmlElementGroupType_Sequence, XmlElementType_Element,
+                                              "ShipType", kShipNamespace, false, true, -1, it_none,
+                                              nullptr, false));
+        table.Add(new CElementInfoSeqPrimMnd("name", kShipNamespace, Property_Name, false,
+                                             it_string, nullptr, kCollapse, kUpTo20Characters,
+                                             nullptr));
+        table.Add(new CElementInfoSeqPrimOpt("tons", kShipNamespace, Property_Tons, true, it_i4,
+                                             nullptr, kCollapse, kFrom500, "100"));
+        table.Add(new CElementInfoSeqClsMnd("crew", kShipNamespace, Property_Crew,
+                                            XmlElementType_PseudoElement, Create<CCrewGroup>, 0,
+                                            false));
+        table.Add(new CElementInfoSeqClsOpt("log", kShipNamespace, Property_Log,
+                                            XmlElementType_Element, Create<CLog>, 0));
+        table.Add(new CValueAttributeInfo("id", "", Property_Id, false, it_i4));
+        table.Add(new CValueAttributeInfo("flag", "", Property_Flag, true, it_string));
+    });
+    return data;
 }
 
 void CShip::AccessProperty(int nProperty, bool bRead, QnVariant& value)
@@ -255,32 +149,16 @@ void CShip::AccessProperty(int nProperty, bool bRead, QnVariant& value)
     switch (nProperty) {
     case Property_Id:
         return bRead ? void(value = m_id) : SetId(value);
-    case Property_Flag:
-        return Access(bRead, value, m_flag);
-    case Property_Name:
-        return Access(bRead, value, m_name);
-    case Property_Tons:
-        return Access(bRead, value, m_tons);
     case Property_Crew:
-        return value.SetXmlObject(m_crew.GetPtr());
+        return Access(bRead, value, m_crew);
+    case Property_Log:
+        return Access(bRead, value, m_log);
     default:
-        return value.SetXmlObject(m_log.GetPtr());
+        return Access(bRead, value,
+                      nProperty == Property_Flag   ? m_flag
+                      : nProperty == Property_Name ? m_name
+                                                   : m_tons);
     }
-}
-
-CParentElementInfo* CShip::GetClassInfo() const
-{
-    return GetMetaData().pInfo;
-}
-
-CElementInfo** CShip::GetClassElementInfo() const
-{
-    return GetMetaData().ppElements;
-}
-
-CAttributeInfo** CShip::GetClassAttributeInfo() const
-{
-    return GetMetaData().ppAttributes;
 }
 
 void CShip::Init()
@@ -289,8 +167,8 @@ void CShip::Init()
     m_flag.SetInvalid();
     m_name.SetInvalid();
     m_tons.SetInvalid();
-    m_crew->Init();
-    m_log->Init();
+    m_crew = new CCrewGroup;
+    m_log = new CLog;
 }
 
 void CShip::SetId(const QnVariant& id)
