@@ -170,7 +170,6 @@ TEST(ObjectCollection, ADyingCollectionReleasesWithoutEvents)
         CThingCol col;
         for (CAttribute* pThing : {pKept.GetPtr(), Thing(), pKept.GetPtr()})
             col.AppendItem(pThing);
-        col.AppendItem(nullptr);
         col.AddEventListener(&sink);
     }
     EXPECT_EQ(sink.TakeHeard(), "");
@@ -206,14 +205,13 @@ TEST(ObjectCollection, AWalkByIndexIsLinear)
 {
     const int nItems = 200000; // from the head each time, this is a matter of minutes
     CThingCol col;
+    const CSmartPtr<CAttribute> pThing(Thing());
     for (int n = 0; n < nItems; ++n)
-        col.AppendItem(Thing());
-    int nFound = 0;
+        col.AppendItem(pThing.GetPtr());
     for (int n = 0; n < nItems; ++n)
-        nFound += col.GetNodeAtIndex(n) != nullptr;
+        ASSERT_EQ(col.GetNodeAtIndex(n)->GetItem(), pThing.GetPtr());
     for (int n = nItems; n-- > 0;)
-        nFound += col.GetNodeAtIndex(n) != nullptr;
-    EXPECT_EQ(nFound, 2 * nItems);
+        ASSERT_EQ(col.GetNodeAtIndex(n)->GetItem(), pThing.GetPtr());
 }
 
 } // namespace

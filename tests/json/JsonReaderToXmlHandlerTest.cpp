@@ -1,5 +1,3 @@
-#include "QnXmlLib16/QnXmlLib16.h"
-#include "QnXmlLib16/json/JsonTextReader.h"
 #include "tests/json/Rows.h"
 
 #include <gtest/gtest.h>
@@ -8,36 +6,12 @@ using namespace QnXmlLib16;
 
 namespace {
 
-// The XML text on one line, without declaration and indentation; "Class: message" for a failure,
-// without its path.
-std::string Convert(const std::string& strJson, const CSerializationContext& context)
-{
-    try {
-        const CBinaryData xml = CJsonTextReader::ConvertJsonToXml(strJson, context);
-        std::string strXml(reinterpret_cast<const char*>(xml.GetData()), xml.GetLength());
-        const std::string strDeclaration = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n";
-        EXPECT_EQ(strXml.compare(0, strDeclaration.size(), strDeclaration), 0);
-        std::string strLine;
-        for (const char c : strXml.substr(strDeclaration.size())) {
-            if (c != '\n' && c != '\t')
-                strLine += c;
-        }
-        return strLine;
-    }
-    catch (const CQnException& e) {
-        const std::string strClass = typeid(e) == typeid(CQnInvalidStateException) ? "State: "
-                                     : typeid(e) == typeid(CQnValidationException) ? "Validation: "
-                                                                                   : "Exception: ";
-        return strClass + e.GetMessage().substr(0, e.GetMessage().find("\nPath: " + e.GetPath()));
-    }
-}
-
 void Check(const char* pszRows, JsonRoundTrip eRoundTrip = JsonRoundTrip_Full)
 {
     CSerializationContext context;
     context.GetJsonContext().SetSupportRoundtrip(eRoundTrip);
     for (const auto& [strJson, strXml] : Rows(pszRows))
-        EXPECT_EQ(Convert(strJson, context), strXml) << strJson;
+        EXPECT_EQ(XmlLineOf(strJson, context), strXml) << strJson;
 }
 
 } // namespace
@@ -105,13 +79,13 @@ TEST(JsonToXml, TheContextGivesRootNameAndComments)
 {
     CSerializationContext context;
     context.GetJsonContext().SetRootElementName("root");
-    EXPECT_EQ(Convert("/* c */{\"a\":1}", context), "<root><a>1</a></root>");
-    EXPECT_EQ(Convert("5", context), "<root>5</root>");
-    EXPECT_EQ(Convert("[{\"a\":1},{}]", context), "<root><a>1</a></root><root/>");
+    EXPECT_EQ(XmlLineOf("/* c */{\"a\":1}", context), "<root><a>1</a></root>");
+    EXPECT_EQ(XmlLineOf("5", context), "<root>5</root>");
+    EXPECT_EQ(XmlLineOf("[{\"a\":1},{}]", context), "<root><a>1</a></root><root/>");
     context.GetJsonContext().SetRootElementName(nullptr);
-    EXPECT_EQ(Convert("{\"a\":1}", context), "<a>1</a>");
+    EXPECT_EQ(XmlLineOf("{\"a\":1}", context), "<a>1</a>");
     context.GetJsonContext().GetAllowComments(false);
-    EXPECT_EQ(Convert("// c\n{}", context),
+    EXPECT_EQ(XmlLineOf("// c\n{}", context),
               "Validation: Expected Value '{', '[', '\"', '0-9', '-', 'true', 'false' or 'null', "
               "found '/' at line 1, position 1.");
 }

@@ -1,41 +1,28 @@
-#include "QnXmlLib16/QnXmlLib16.h"
-#include "QnXmlLib16/json/JsonTextReader.h"
 #include "tests/json/Rows.h"
 #include "tests/xml/WriterScript.h"
 
 #include <gtest/gtest.h>
 
-#include <functional>
-
 using namespace QnXmlLib16;
 
 namespace {
 
-// What the steps put out between the braces of the document; "<message>" follows where they fail.
-std::string WrittenBy(const std::function<void(CJsonTextWriter&)>& steps, int iRoundTrip = 2,
-                      bool bFormat = false)
+// What the steps put out between the braces of the document.
+std::string Written(const std::function<void(CJsonTextWriter&)>& steps, int iRoundTrip = 2,
+                    bool bFormat = false)
 {
-    CTextStream stream;
-    CJsonTextWriter writer(stream);
-    std::string strFailure;
-    try {
-        writer.Open();
-        writer.SetFormat(bFormat);
-        writer.SetSupportRoundtrip(static_cast<JsonRoundTrip>(iRoundTrip));
-        writer.WriteStartDocument();
-        steps(writer);
-        writer.WriteEndDocument();
-        writer.Close();
-    }
-    catch (const CQnException& e) {
-        strFailure = "<" + e.GetMessage() + ">";
-    }
-    return stream.GetText() + strFailure;
+    return WrittenBy<CJsonTextWriter>([&](CJsonTextWriter& w) {
+        w.SetFormat(bFormat);
+        w.SetSupportRoundtrip(static_cast<JsonRoundTrip>(iRoundTrip));
+        w.WriteStartDocument();
+        steps(w);
+        w.WriteEndDocument();
+    });
 }
 
 std::string Written(const std::string& strScript, int iRoundTrip = 2, bool bFormat = false)
 {
-    return WrittenBy([&](CJsonTextWriter& w) { RunScript(w, strScript); }, iRoundTrip, bFormat);
+    return Written([&](CJsonTextWriter& w) { RunScript(w, strScript); }, iRoundTrip, bFormat);
 }
 
 // Each row is a script and what it writes.
@@ -43,24 +30,6 @@ void Check(const char* pszRows)
 {
     for (const auto& [strScript, strJson] : Rows(pszRows))
         EXPECT_EQ(Written(strScript), strJson) << strScript;
-}
-
-// The XML that comes back, on one line; or the failure.
-std::string ReadBack(const std::string& strJson)
-{
-    try {
-        const CBinaryData xml = CJsonTextReader::ConvertJsonToXml(strJson, CSerializationContext());
-        const std::string strXml(reinterpret_cast<const char*>(xml.GetData()), xml.GetLength());
-        std::string strLine;
-        for (const char c : strXml.substr(strXml.find('\n'))) {
-            if (c != '\n' && c != '\t')
-                strLine += c;
-        }
-        return strLine;
-    }
-    catch (const CQnException& e) {
-        return e.GetMessage();
-    }
 }
 
 const std::string kXsi = "http://www.w3.org/2001/XMLSchema-instance";
@@ -80,6 +49,7 @@ TEST(JsonWriterElements, ContentDecidesBetweenAValueAndAnObject)
 <r @k=v @l=v #5 > => {"r": {"@k": "v","@l": "v","#text": 5}}
 <r <a 'x > @k=v > => {"r": {"a": "x","@k": "v"}}
 <r ?<?p?> $s 'x > => {"r": "x"}
+<r <a [ <i @k=v > ] > <b <c 'x > > > => {"r": {"a": {"i": [{"@k": "v"}]},"b": {"c": "x"}}}
 <a '1 > <b '2 > => {"a": "1""b": "2"})");
     EXPECT_EQ(Written("!a\"*\x01"), "{/* a\"*\\u0001 */\n}");
     // An empty element is a key without a value.
@@ -90,7 +60,7 @@ TEST(JsonWriterElements, TheTypeDecidesAboutQuotes)
 {
     for (int i = it_none; i <= it_xmlCollection; ++i) {
         const bool bBare = (i >= 3 && i <= 12) || (i >= 24 && i <= 26);
-        EXPECT_EQ(WrittenBy([&](CJsonTextWriter& w) {
+        EXPECT_EQ(Written([&](CJsonTextWriter& w) {
                       w.WriteStartElement("a", "");
                       w.WriteString("5", static_cast<ItemType>(i), false);
                       w.WriteEndElement();
@@ -118,7 +88,7 @@ TEST(JsonWriterFormat, LinesAndIndentsSurroundMembers)
 		]
 	}
 })");
-    EXPECT_EQ(WrittenBy(
+    EXPECT_EQ(Written(
                   [](CJsonTextWriter& w) {
                       w.SetIndentChars("-");
                       w.SetEOLType(EOLType_CRLF);
@@ -170,7 +140,7 @@ TEST(JsonWriterEscapes, OnlyControlCharactersChange)
         {std::string("ab\0cd", 5), "ab"},
     };
     for (const auto& [strValue, strWritten] : rows)
-        EXPECT_EQ(WrittenBy([&, &strText = strValue](CJsonTextWriter& w) {
+        EXPECT_EQ(Written([&, &strText = strValue](CJsonTextWriter& w) {
                       w.WriteStartElement("a", "");
                       w.WriteString(strText, it_string, false);
                       w.WriteEndElement();
@@ -197,12 +167,6 @@ TEST(JsonWriterFailures, ContentNeedsAnElement)
 
 TEST(JsonWriterFlush, HappensBehindWholeItemsFrom4096CharactersOn)
 {
-    class CCountingStream : public CTextStream
-    {
-    public:
-        void Flush() override { ++m_iFlushes; }
-        int m_iFlushes = 0;
-    };
     CCountingStream stream;
     CJsonTextWriter writer(stream);
     RunScript(writer, "<a '" + std::string(4000, 'x'));
@@ -222,22 +186,22 @@ TEST(JsonReadBack, ObjectsWithoutTheLosingShapesComeBack)
         " <{urn:d}r :{urn:p}T <{urn:p}n #-15 > <t @k=v 'x > [ <i <a #1 > > <i <a #2 > > ] >";
     const std::string strItems = "<t k=\"v\">x</t><i><a>1</a></i><i><a>2</a></i></r>";
     for (const bool bFormat : {false, true}) {
-        EXPECT_EQ(ReadBack(Written(strScript, 2, bFormat)),
+        EXPECT_EQ(XmlLineOf(Written(strScript, 2, bFormat)),
                   "<r xmlns=\"urn:d\" xmlns:xsi=\"" + kXsi +
                       "\" xmlns:p=\"urn:p\" xsi:type=\"p:T\"><p:n>-15</p:n>" + strItems);
-        EXPECT_EQ(ReadBack(Written(strScript, 1, bFormat)), "<r><n>-15</n>" + strItems);
+        EXPECT_EQ(XmlLineOf(Written(strScript, 1, bFormat)), "<r><n>-15</n>" + strItems);
     }
 }
 
 TEST(JsonReadBack, TheLosingShapesAreRefusedOrChanged)
 {
-    const auto Back = [](const char* pszScript) { return ReadBack(Written(pszScript)); };
-    EXPECT_EQ(Back("<r [ <i #1 > <i #1 > ] >"),
-              "Expected Object separator character ',', found ']' at line 1, position 21.\n"
-              "Path: $.i.r");
-    EXPECT_EQ(Back("<r <a '\"x\" > >"),
-              "Expected Object separator character ',', found 'x' at line 1, position 15.\n"
-              "Path: $.a.r");
-    EXPECT_EQ(Back("<r @k=v >"), "An Element has not been closed.");
+    const auto Back = [](const char* pszScript) { return XmlLineOf(Written(pszScript)); };
+    EXPECT_EQ(
+        Back("<r [ <i #1 > <i #1 > ] >"),
+        "Validation: Expected Object separator character ',', found ']' at line 1, position 21.");
+    EXPECT_EQ(
+        Back("<r <a '\"x\" > >"),
+        "Validation: Expected Object separator character ',', found 'x' at line 1, position 15.");
+    EXPECT_EQ(Back("<r @k=v >"), "Exception: An Element has not been closed.");
     EXPECT_EQ(Back("<r !c <a '\x01 > >"), "<r><a>3</a></r>");
 }

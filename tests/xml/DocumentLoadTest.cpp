@@ -6,7 +6,6 @@
 #include "QnXmlLib16/xml/XmlElement.h"
 #include "tests/model/Failure.h"
 #include "tests/support/Scoped.h"
-#include "tests/support/SmallStack.h"
 
 #include <cstring>
 #include <set>
@@ -320,25 +319,6 @@ TEST(DocumentLoad, TakesInputFromItsOwnTree)
     EXPECT_EQ(Dump(document), "b'/no/such/file'");
     ExpectQnFailure([&] { document.Load(document.GetDocumentElement()->GetText().c_str()); },
                     "Failed to open the file [/no/such/file].");
-}
-
-TEST(DocumentLoad, CostsNoStackForDepth)
-{
-    RunOnSmallStack([] {
-        constexpr std::size_t kDepth = 200000;
-        std::string strXml = "<p:a xmlns:p='urn:p'>";
-        for (std::size_t n = 1; n < kDepth; ++n)
-            strXml += "<p:a>";
-        for (std::size_t n = 0; n < kDepth; ++n)
-            strXml += "</p:a>";
-        CXmlDocument document;
-        document.LoadXml(strXml.c_str());
-        CXmlElement* pElement = document.GetDocumentElement();
-        while (pElement->GetFirstElement())
-            pElement = pElement->GetFirstElement();
-        pElement->AddAttribute("x", "1", "");
-        EXPECT_EQ(pElement->GetAttributes()[0]->GetXPath().size(), kDepth * 4 + 3);
-    });
 }
 
 TEST(ElementDone, ShowsElementsInnermostFirstAndRemovesThemOnDemand)

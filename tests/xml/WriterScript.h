@@ -1,7 +1,8 @@
 #pragma once
 
-#include "QnXmlLib16/xml/XmlWriter.h"
+#include "QnXmlLib16/QnXmlLib16.h"
 
+#include <functional>
 #include <sstream>
 #include <string>
 
@@ -55,3 +56,31 @@ inline void RunScript(QnXmlLib16::CXmlWriter& writer, const std::string& strScri
             writer.SetDefaultNamespace(strRest);
     }
 }
+
+// What the steps make a writer put out, unformatted unless they choose otherwise; "<message>"
+// follows where they fail.
+template <class TWriter>
+std::string WrittenBy(const std::function<void(TWriter&)>& steps,
+                      QnXmlLib16::XmlEncoding eEncoding = QnXmlLib16::XmlEncoding_UTF8)
+{
+    QnXmlLib16::CTextStream stream(eEncoding);
+    TWriter writer(stream);
+    std::string strFailure;
+    try {
+        writer.Open();
+        writer.SetFormat(false);
+        steps(writer);
+        writer.Close();
+    }
+    catch (const QnXmlLib16::CQnException& e) {
+        strFailure = "<" + e.GetMessage() + ">";
+    }
+    return stream.GetText() + strFailure;
+}
+
+class CCountingStream : public QnXmlLib16::CTextStream
+{
+public:
+    void Flush() override { ++m_iFlushes; }
+    int m_iFlushes = 0;
+};

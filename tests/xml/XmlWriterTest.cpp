@@ -1,7 +1,7 @@
 #include "tests/collections/Recorders.h"
-#include "tests/support/SmallStack.h"
 
-#include <chrono>
+#include <gtest/gtest.h>
+
 #include <memory>
 #include <set>
 
@@ -149,48 +149,6 @@ TEST_P(WriterScope, AnElementAroundOpenOnesMayStillTakeAScopeOfItsOwn)
     for (int i = 0; i < 4; ++i)
         m_writer.WriteEndElement();
     EXPECT_EQ(PrefixOf("urn:p"), "old");
-}
-
-TEST_P(WriterScope, ANewContextStartsFromTheSameValuesEachTime)
-{
-    m_writer.Start();
-    for (int i = 0; i < 2; ++i) {
-        m_writer.WriteStartElement("name", "urn:n");
-        Context& context = m_writer.Top();
-        EXPECT_EQ(context.m_strName + " " + context.m_strNamespace, "name urn:n");
-        EXPECT_EQ(context.m_iChildCount, 0u);
-        EXPECT_EQ(context.m_iDepth, 1);
-        EXPECT_TRUE(context.m_bStartTagOpen && !context.m_bHasAttributes);
-        EXPECT_EQ(context.m_eState, 0);
-        context.m_iChildCount = 7;
-        context.m_bStartTagOpen = false;
-        context.m_bHasAttributes = true;
-        m_writer.SetContextState(CXmlWriter::ContextState_AfterItems);
-        EXPECT_EQ(context.m_eState, CXmlWriter::ContextState_AfterItems);
-        m_writer.WriteEndElement();
-    }
-}
-
-TEST_P(WriterScope, DepthCostsNeitherStackNorTimePerLookUp)
-{
-    RunOnSmallStack([this] {
-        const auto start = std::chrono::steady_clock::now();
-        m_writer.SetDefaultNamespace("urn:d");
-        for (int i = 0; i < 200000; ++i) {
-            m_writer.Start();
-            EXPECT_EQ(m_writer.Top().GetDefaultNamespace().size(), 5u);
-            EXPECT_EQ(m_writer.Top().GetNamespaceMap().size(), 1u);
-        }
-        for (int i = 0; i < 100000; ++i) {
-            m_writer.Start();
-            m_writer.Obtain("urn:x");
-            m_writer.WriteEndElement();
-            m_writer.WriteEndElement();
-        }
-        // Going up step by step takes minutes. The elements that are left open are freed.
-        EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20));
-        EXPECT_EQ(m_writer.Top().m_iDepth, 99999);
-    });
 }
 
 TEST(WriterContext, DetachedFromItsParentItMayOutliveIt)
