@@ -351,6 +351,9 @@ TEST(AttributeCollection, ReadyMadeAttributesPassUntested)
     pCol->Add("k", nullptr, nullptr);
     EXPECT_EQ(RecordedBy(*pCol), "@n {urn:b} v 23\n@m {urn:a} w 23\n@l {urn:a}  23\n@k {}  23\n");
     EXPECT_EQ(RecordedBy(*pCol->Clone()), RecordedBy(*pCol));
+    pCol->Item(0)->SetName("o");
+    pCol->Item(0)->SetNamespace(nullptr); // stands for ""
+    EXPECT_EQ(RecordedBy(*pCol->Item(0)), "@o {} v 23\n");
     pCol->Clone()->Item(1)->SetValue("changed");
     EXPECT_EQ(pCol->Item(1)->GetValue(), "w");
     EXPECT_EQ(FailureOf([&] { pCol->Item(0)->FromXml("<r/>", Defaults()); }),
