@@ -55,8 +55,7 @@ public:
     // Deliberate: `ui8` values above the range of a signed 64-bit number can't be written then, and
     // negative `i4` values come back as large positive ones. Nor can dates and times with a fraction
     // of a second or an offset east of UTC: their alphabet has no point and no plus sign. Pinned by
-    // FastInfosetRoundTrip.SuggestedEncodingsKeepAllButNegativeInts and
-    // FastInfosetBinding.WhatASuggestedEncodingCanNotHoldIsRefused.
+    // FastInfosetBinding.WhatASuggestedEncodingCanNotHoldIsChangedOrRefused.
     void SetSuggestedValues();
 
     // A value enters the vocabulary of the document if it is shorter than this many bytes in the

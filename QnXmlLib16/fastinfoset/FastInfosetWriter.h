@@ -46,7 +46,7 @@ public:
 
     // Deliberate: text behind a child element lands inside that child, whose end is still held
     // back. Text belongs ahead of the children. Pinned by
-    // FastInfosetRoundTrip.TextBehindAChildIsReadAsTextOfTheChild.
+    // FastInfosetWriter.TextBehindAChildLandsInTheChild.
     void WriteString(const std::string& strValue, ItemType eType, bool bIsDefault) override;
     void WriteEndElement() override;
     void WriteAttributeString(const std::string& strName, const std::string& strNamespace,

@@ -9,24 +9,61 @@
 #include "QnXmlLib16/xml/XmlDocument.h"
 #include "QnXmlLib16/xml/XmlElement.h"
 
-#include <cstdio>
+#include <algorithm>
+#include <array>
 #include <cstdlib>
 #include <cstring>
 #include <functional>
+#include <gtest/gtest.h>
+#include <map>
 #include <memory>
+#include <sstream>
 #include <stdexcept>
 #include <string>
 #include <utility>
+#include <vector>
 
-// Documents as lines of text: octets in hexadecimal on one side, trees on the other.
+// Documents as lines of text: octets in hexadecimal, what a writer does, and trees.
 
 namespace Fi {
 
 using namespace QnXmlLib16;
 
-// "E0 00 'abc' 4*20": octets, characters, and an octet four times.
-inline std::string Bytes(const char* psz)
+// The rows of a table: a line each, '|' between the cells. A line that begins with '|' goes on with
+// the row above it, one that begins with '+' with its last cell, and "//" begins a comment.
+template <std::size_t nCells>
+std::vector<std::array<std::string, nCells>> Table(const char* pszTable)
 {
+    const auto trimmed = [](const std::string& str) {
+        const std::size_t nFirst = std::min(str.find_first_not_of(' '), str.size());
+        return str.substr(nFirst, str.find_last_not_of(' ') + 1 - nFirst);
+    };
+    std::vector<std::string> vecRows;
+    std::istringstream table(pszTable);
+    for (std::string strLine; std::getline(table, strLine);) {
+        strLine = trimmed(strLine);
+        if (strLine.rfind("+ ", 0) == 0)
+            vecRows.back() += strLine.substr(1);
+        else if (strLine.rfind("| ", 0) == 0)
+            vecRows.back() += strLine;
+        else if (!strLine.empty() && strLine.rfind("//", 0) != 0)
+            vecRows.push_back(strLine);
+    }
+    std::vector<std::array<std::string, nCells>> vecTable;
+    for (const std::string& strRow : vecRows) {
+        vecTable.emplace_back();
+        std::istringstream row(strRow);
+        std::string strCell;
+        for (std::size_t n = 0; std::getline(row, strCell, '|'); ++n)
+            vecTable.back().at(n) = trimmed(strCell);
+    }
+    return vecTable;
+}
+
+// "E0 00 'abc' 4*20": octets, characters, and an octet four times.
+inline std::string Bytes(const std::string& strOctets)
+{
+    const char* psz = strOctets.c_str();
     std::string strBytes;
     while (*psz) {
         if (*psz == ' ') {
@@ -58,19 +95,6 @@ inline std::string Bytes(const char* psz)
     return strBytes;
 }
 
-// "E0 00": the way back, every octet in hexadecimal.
-inline std::string Hex(const std::string& strBytes)
-{
-    std::string strHex;
-    for (const char c : strBytes) {
-        char acOctet[4];
-        std::snprintf(acOctet, sizeof acOctet, strHex.empty() ? "%02X" : " %02X",
-                      static_cast<unsigned int>(static_cast<unsigned char>(c)));
-        strHex += acOctet;
-    }
-    return strHex;
-}
-
 inline std::string ToString(const CBinaryData& data)
 {
     return std::string(reinterpret_cast<const char*>(data.GetData()), data.GetLength());
@@ -78,20 +102,87 @@ inline std::string ToString(const CBinaryData& data)
 
 using Steps = std::function<void(CFastInfosetWriter&)>;
 
-// What the steps put out; the message of a failure stands in strFailure.
-inline std::string Written(const Steps& steps, const CFastInfosetContext& context,
-                           std::string& strFailure)
+// Makes the writer do what the words say, see the verbs. Behind a verb of one letter may stand
+// "{uri}name=(type)text", each part as far as it is there; '~' is a zero byte.
+inline void Do(CFastInfosetWriter& writer, const std::string& strSteps)
+{
+    struct Step
+    {
+        std::string strUri, strName, strText;
+        ItemType eType = it_string;
+    };
+    using W = CFastInfosetWriter;
+    using S = const Step;
+    static const std::map<std::string, void (*)(W&, S&)> mapVerbs = {
+        {"doc", [](W& w, S&) { w.WriteStartDocument(FInfoDecl_None); }},
+        {"end", [](W& w, S&) { w.WriteEndDocument(); }},
+        {"default", [](W& w, S&) { w.SetDefaultNamespace("urn:d"); }},
+        {"#", [](W& w, S& s) { w.AddNamespace(s.strName, s.strUri); }},
+        {"<", [](W& w, S& s) { w.WriteStartElement(s.strName, s.strUri); }},
+        {">", [](W& w, S&) { w.WriteEndElement(); }},
+        {"@", [](W& w, S& s) { w.WriteAttributeString(s.strName, s.strUri, s.strText, s.eType); }},
+        {"!", [](W& w, S& s) { w.WriteAttributeType(s.strUri, s.strName, s.eType); }},
+        {"nil", [](W& w, S&) { w.WriteAttributeNil(); }},
+        {"'", [](W& w, S& s) { w.WriteString(s.strText, s.eType, false); }},
+        {"comment", [](W& w, S&) { w.WriteComment("c"); }},
+        {"pi", [](W& w, S&) { w.WritePI("<?p i?>"); }},
+        {"schema", [](W& w, S&) { w.WriteInlineSchema("s"); }},
+    };
+    static const std::map<std::string, ItemType> mapTypes = {
+        {"base64", it_base64Binary},
+        {"char", it_char},
+        {"decimal", it_decimal},
+        {"i2", it_i2},
+        {"i4", it_i4},
+    };
+    std::istringstream steps(strSteps);
+    for (std::string str; steps >> str;) {
+        std::replace(str.begin(), str.end(), '~', '\0');
+        Step step;
+        if (mapVerbs.count(str) == 0) {
+            const std::size_t nText = std::min(str.find_first_of("='"), str.size());
+            const std::size_t nName = std::max<std::size_t>(str.rfind('}', nText) + 1, 1);
+            const std::size_t nType = str.find(')', nText) + 1;
+            if (nName > 1)
+                step.strUri = str.substr(2, nName - 3);
+            step.strName = str.substr(nName, std::max(nText, nName) - nName);
+            if (nType)
+                step.eType = mapTypes.at(str.substr(nText + 2, nType - nText - 3));
+            if (nText < str.size())
+                step.strText = str.substr(nType ? nType : nText + 1);
+            str.resize(1);
+        }
+        mapVerbs.at(str)(writer, step);
+    }
+}
+
+struct Output
+{
+    std::string strOctets;
+    std::string strFailure; // in angle brackets
+};
+
+// What the steps put out, and what they failed with if they did.
+inline Output Written(const Steps& steps, const CFastInfosetContext& context = {})
 {
     CBinaryStream stream;
-    strFailure.clear();
+    std::string strFailure;
     try {
         CFastInfosetWriter writer(context, stream);
         steps(writer);
     }
     catch (const CQnException& e) {
-        strFailure = e.GetMessage();
+        strFailure = '<' + e.GetMessage() + '>';
     }
-    return ToString(stream.GetBinaryStream());
+    return {ToString(stream.GetBinaryStream()), strFailure};
+}
+
+// The octets of steps that have to succeed.
+inline std::string Written(const std::string& strSteps, const CFastInfosetContext& context = {})
+{
+    const Output output = Written([&](CFastInfosetWriter& w) { Do(w, strSteps); }, context);
+    EXPECT_EQ(output.strFailure, "");
+    return output.strOctets;
 }
 
 // A document whose input is given to the reader as it is.
@@ -129,8 +220,7 @@ inline std::string Tree(const CXmlElement& element)
 }
 
 // The tree of the document, "no Fast Infoset", or the message of the failure in angle brackets.
-inline std::string Read(const std::string& strBytes,
-                        const CFastInfosetContext& context = CFastInfosetContext())
+inline std::string Read(const std::string& strBytes, const CFastInfosetContext& context = {})
 {
     CDocument document(strBytes);
     try {
@@ -144,6 +234,16 @@ inline std::string Read(const std::string& strBytes,
         return std::string("<logic_error ") + e.what() + '>';
     }
     return Tree(*document.GetDocumentElement());
+}
+
+// The same, several times.
+inline std::string Repeated(const std::string& strBytes, std::size_t nCount)
+{
+    std::string strAll;
+    strAll.reserve(strBytes.size() * nCount);
+    for (; nCount > 0; --nCount)
+        strAll += strBytes;
+    return strAll;
 }
 
 } // namespace Fi

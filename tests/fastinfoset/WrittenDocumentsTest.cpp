@@ -1,38 +1,18 @@
-// Documents octet by octet, and the borders between the forms of lengths and indexes where they
-// stand in a document.
+// Documents octet by octet, and the borders between the forms of lengths and indexes, written and
+// read back.
 
 #include "tests/fastinfoset/FiTools.h"
-
-#include <gtest/gtest.h>
 
 using namespace Fi;
 
 namespace {
 
-// The octets of the steps inside a root "r" whose start tag is still open.
-std::string InRoot(const Steps& steps)
+// The text with each mark in it replaced.
+std::string Filled(std::string str, char cMark, const std::string& strFill)
 {
-    std::string strFailure;
-    const std::string strOctets = Written(
-        [&](CFastInfosetWriter& w) {
-            w.WriteStartElement("r", "");
-            steps(w);
-        },
-        CFastInfosetContext(), strFailure);
-    EXPECT_EQ(strFailure, "");
-    return strOctets;
-}
-
-// What the octets have ahead of a tail of so many octets.
-std::string HexAhead(const std::string& strOctets, std::size_t nTail, std::size_t nCount)
-{
-    return Hex(strOctets.substr(strOctets.size() - nTail - nCount, nCount));
-}
-
-void Leaf(CFastInfosetWriter& w, const std::string& strName)
-{
-    w.WriteStartElement(strName, "");
-    w.WriteEndElement();
+    for (std::size_t n = 0; (n = str.find(cMark, n)) != std::string::npos; n += strFill.size())
+        str.replace(n, 1, strFill);
+    return str;
 }
 
 } // namespace
@@ -42,133 +22,189 @@ TEST(WrittenDocuments, EveryOctetHasItsReason)
     CFastInfosetContext context;
     context.SetEncoding(it_i4, {2, 4});
     context.SetEncoding(it_decimal, {1, 1});
-    std::string strFailure;
-    const std::string strOctets = Written(
-        [](CFastInfosetWriter& w) {
-            w.SetDefaultNamespace("urn:d");
-            w.AddNamespace("p", "urn:p");
+    const Output output = Written(
+        [](auto& w) {
+            Do(w, "default #{urn:p}p");
             w.WriteStartDocument(FInfoDecl_FinfStandaloneYes);
-            w.WriteStartElement("r", "urn:d");
-            w.WriteAttributeString("id", "", "7", it_string);
-            w.WriteStartElement("e", "urn:p");
-            w.WriteAttributeString("id", "", "7", it_string);
-            w.WriteString("hello", it_string, false);
-            w.WriteEndElement();
-            w.WriteStartElement("e", "urn:p");
-            w.WriteAttributeString("id", "", "", it_string);
-            w.WriteEndElement();
-            w.WriteStartElement("n", "");
-            w.WriteString("1", it_i4, false);
-            w.WriteEndElement();
-            w.WriteStartElement("n", "");
-            w.WriteString("1.5", it_decimal, false);
-            w.WriteEndElement();
-            w.WriteEndElement();
-            w.WriteEndDocument();
+            Do(w, "<{urn:d}r @id=7 <{urn:p}e @id=7 'hello > <{urn:p}e @id= > <n '(i4)1 > "
+                  "<n '(decimal)1.5 > > end");
         },
-        context, strFailure);
-    const char* const apszReasons[][2] = {
-        {"'<?xml encoding='", "declaration, in UTF-8"},
-        {"27 'finf' 27 ' standalone=' 27 'yes' 27 '?>'", "the same, with its quotes"},
-        {"E0 00 00 01", "identification and version"},
-        {"00", "no optional component"},
-        {"78", "element: attributes (40), namespaces (38)"},
-        {"CD 04 'urn:d'", "default namespace of 5 octets; namespace 2"},
-        {"CF 00 'p' 04 'urn:p'", "prefix of 1 octet, namespace of 5; prefix 2, namespace 3"},
-        {"F0", "end of the namespaces"},
-        {"3D 81 00 'r'", "name with namespace 2 and a local name of 1 octet; name 1, local name 1"},
-        {"78 01 'id'", "attribute: local name of 2 octets; attribute name 1, local name 2"},
-        {"40 '7'", "value of 1 octet for the table; value 1"},
-        {"F0", "end of the attributes"},
-        {"7F 81 82 00 'e'", "attributes; prefix 2, namespace 3, new local name; name 2"},
-        {"00 80 F0", "attribute name 1, value 1, end of the attributes"},
-        {"92 02 'hello'", "chunk for the table, of 3 octets and 2 more; chunk 1"},
-        {"F0", "end of e: another element follows"},
-        {"41", "name 2, attributes"},
-        {"00 FF F0", "attribute name 1, the empty value, end of the attributes"},
-        {"F0", "end of e"},
-        {"3C 00 'n'", "name of a local name only; name 3"},
-        {"9C 0E 01 00 00 00 01", "chunk for the table in algorithm 4, 4 octets; chunk 2"},
-        {"F0", "end of n"},
-        {"02", "name 3, no attributes"},
-        {"98 01 1C 5F", "chunk for the table in alphabet 1, of 2 octets, the last half filled"},
-        {"FF", "ends of n and r"},
-        {"F0", "end of the document"},
-    };
+        context);
     std::size_t nAt = 0;
-    for (const auto& [pszOctets, pszReason] : apszReasons) {
-        const std::string strExpected = Bytes(pszOctets);
-        EXPECT_EQ(Hex(strOctets.substr(nAt, strExpected.size())), Hex(strExpected)) << pszReason;
+    for (const auto& [strOctets, strReason] : Table<2>(R"(
+        '<?xml encoding='         | declaration, in UTF-8
+        27 'finf' 27 ' standalone=' 27 'yes' 27 '?>' | the same, with its quotes
+        E0 00 00 01               | identification and version
+        00                        | no optional component
+        78                        | element: attributes (40), namespaces (38)
+        CD 04 'urn:d'             | default namespace of 5 octets; namespace 2
+        CF 00 'p' 04 'urn:p'      | prefix of 1 octet, namespace of 5; prefix 2, namespace 3
+        F0                        | end of the namespaces
+        3D 81 00 'r'              | name with namespace 2 and a local name; name 1, local name 1
+        78 01 'id'                | attribute: local name of 2 octets; attribute name 1
+        40 '7'                    | value of 1 octet for the table; value 1
+        F0                        | end of the attributes
+        7F 81 82 00 'e'           | attributes; prefix 2, namespace 3, new local name; name 2
+        00 80 F0                  | attribute name 1, value 1, end of the attributes
+        92 02 'hello'             | chunk for the table, of 3 octets and 2 more; chunk 1
+        F0                        | end of e: another element follows
+        41                        | name 2, attributes
+        00 FF F0                  | attribute name 1, the empty value, end of the attributes
+        F0                        | end of e
+        3C 00 'n'                 | name of a local name only; name 3
+        9C 0E 01 00 00 00 01      | chunk for the table in algorithm 4, 4 octets; chunk 2
+        F0                        | end of n
+        02                        | name 3, no attributes
+        98 01 1C 5F               | chunk for the table in alphabet 1, the last octet half filled
+        FF                        | ends of n and r
+        F0                        | end of the document
+    )")) {
+        const std::string strExpected = Bytes(strOctets);
+        EXPECT_EQ(output.strOctets.substr(nAt, strExpected.size()), strExpected) << strReason;
         nAt += strExpected.size();
     }
-    EXPECT_EQ(strOctets.size(), nAt);
-    EXPECT_EQ(strFailure, "");
-    EXPECT_EQ(Read(strOctets), "{urn:d}r[id='7'] ({urn:p}e[id='7'] 'hello' {urn:p}e[id=''] n '1' "
-                               "n '1.5')");
+    EXPECT_EQ(output.strOctets.size(), nAt);
+    EXPECT_EQ(Read(output.strOctets), "{urn:d}r[id='7'] ({urn:p}e[id='7'] 'hello' {urn:p}e[id=''] "
+                                      "n '1' n '1.5')");
 }
 
-TEST(WrittenDocuments, LengthsChangeTheirFormInPlace)
+TEST(WrittenDocuments, LengthsFollowTheirBands)
+{
+    // # stands for the octets of the length, % for the text.
+    struct Place
+    {
+        const char* pszSteps;
+        const char* pszOctets;
+        const char* pszTree;
+    };
+    const std::map<std::string, Place> mapPlaces = {
+        {"name", {"<% pi", "38 F0 3C #", "%"}},
+        {"value", {"<r @k=%", "78 F0 3C 00 'r' 78 00 'k' #", "r[k='%']"}},
+        {"chunk", {"<r '%", "38 F0 3C 00 'r' #", "r '%'"}},
+    };
+    for (const auto& [strPlace, strLength, strOctets] : Table<3>(R"(
+        name  | 1     | 00
+        name  | 64    | 3F
+        name  | 65    | 40 00
+        name  | 320   | 40 FF
+        name  | 321   | 60 00 00 00 00
+        name  | 65536 | 60 00 00 FE BF
+        value | 1     | 40
+        value | 8     | 07
+        value | 9     | 08 00
+        value | 264   | 08 FF
+        value | 265   | 0C 00 00 00 00
+        value | 65536 | 0C 00 00 FE F7
+        chunk | 1     | 90
+        chunk | 2     | 91
+        chunk | 3     | 92 00
+        chunk | 258   | 82 FF
+        chunk | 259   | 83 00 00 00 00
+        chunk | 65536 | 83 00 00 FE FD
+    )")) {
+        SCOPED_TRACE(strPlace + ' ' + strLength);
+        const Place& place = mapPlaces.at(strPlace);
+        const std::string strText(std::stoul(strLength), 'x');
+        const std::string strWritten = Written("doc " + Filled(place.pszSteps, '%', strText));
+        const std::string strAhead =
+            Bytes("E0 00 00 01 00" + Filled(place.pszOctets, '#', strOctets));
+        EXPECT_EQ(strWritten.substr(0, strAhead.size()), strAhead);
+        EXPECT_TRUE(strWritten.substr(strAhead.size()) == strText);
+        EXPECT_EQ(Read(strWritten + Bytes(strPlace == "value" ? "F0 FF" : "FF")),
+                  Filled(place.pszTree, '%', strText));
+    }
+}
+
+// The name of each entry of a vocabulary is its number, so the trees show which one was meant.
+TEST(WrittenDocuments, IndexesFollowTheirBands)
 {
     struct Row
     {
-        std::size_t nLength;
+        const char* pszSteps; // null: octets that no writer puts out
         const char* pszOctets;
+        const char* pszTree;
     };
-    for (const Row& row :
-         {Row{64, "7C 3F"}, Row{65, "40 00"}, Row{320, "40 FF"}, Row{321, "60 00 00 00 00"}}) {
-        const std::string strOctets = InRoot([&](auto& w) {
-            w.WriteStartElement(std::string(row.nLength, 'n'), "");
-            w.WriteAttributeString("a", "", "", it_string);
+    const auto check = [](unsigned int uEntries, const auto& add, std::initializer_list<Row> rows) {
+        CFastInfosetContext context;
+        context.SetElementMaxAddLength(8);
+        context.SetAttributeMaxAddLength(8);
+        context.SetUseGeneratedVocabulary(true);
+        for (unsigned int u = 1; u <= uEntries; ++u)
+            add(*context.GetVocabulary(), std::to_string(u));
+        for (const Row& row : rows) {
+            const std::string strOctets = Bytes(row.pszOctets);
+            if (row.pszSteps) {
+                EXPECT_EQ(Written(row.pszSteps, context), strOctets);
+            }
+            EXPECT_EQ(Read(Bytes("E0 00 00 01 00") + strOctets, context), row.pszTree);
+        }
+    };
+    constexpr unsigned int kFull = 1048576;
+    check(
+        kFull, [](auto& vocabulary, const auto& str) { vocabulary.AddElement("", "", str); },
+        {
+            // The writer's last band is read as the next name, as the standard has it.
+            {"<32 <33 > <2080 > <2081 > <526368 > <526369 > > end",
+             "38 F0 1F 20 00 F0 27 FF F0 28 00 00 F0 2F FF FF F0 30 00 00 01 FF F0",
+             "32 (33 2080 2081 526368 526370)"},
+            // A full table, which a further name doesn't enter.
+            {nullptr, "1F 30 00 00 00 F0 30 07 F7 DF F0 3C 00 'x' FF F0", "32 (526369 1048576 x)"},
+            {nullptr, "3C 00 'x' 30 07 F7 E0",
+             "<Failed to parse FastInfoset. Index out of range.>"},
         });
-        // Behind the name: attribute name and empty value.
-        const std::size_t nCount = Bytes(row.pszOctets).size();
-        EXPECT_EQ(HexAhead(strOctets, row.nLength + 4, nCount), row.pszOctets) << "names";
-    }
-    for (const Row& row :
-         {Row{8, "07"}, Row{9, "08 00"}, Row{264, "08 FF"}, Row{265, "0C 00 00 00 00"}}) {
-        const std::string strOctets = InRoot([&](auto& w) {
-            w.WriteAttributeString("a", "", std::string(row.nLength, 'v'), it_string);
-        });
-        EXPECT_EQ(HexAhead(strOctets, row.nLength, Bytes(row.pszOctets).size()), row.pszOctets)
-            << "values";
-    }
-    for (const Row& row :
-         {Row{2, "91"}, Row{3, "92 00"}, Row{258, "82 FF"}, Row{259, "83 00 00 00 00"}}) {
-        const std::string strOctets = InRoot(
-            [&](auto& w) { w.WriteString(std::string(row.nLength, 't'), it_string, false); });
-        EXPECT_EQ(HexAhead(strOctets, row.nLength, Bytes(row.pszOctets).size()), row.pszOctets)
-            << "chunks";
-    }
+    check(8257, [](auto& vocabulary, const auto& str) { vocabulary.AddAttribute("", "", str); },
+          {
+              {"<r @64= @65= @8256= @8257= > end",
+               "78 F0 3C 00 'r' 3F FF 40 00 FF 5F FF FF 60 00 00 FF F0 FF",
+               "r[64=''][65=''][8256=''][8257='']"},
+              // Local names, as parts of names of the other kind.
+              {"<64 <65 > > end", "38 F0 3C BF 3C C0 00 FF F0", "64 (65)"},
+          });
+    check(kFull, [](auto& vocabulary, const auto& str) { vocabulary.AddAttributeValue(str); },
+          {{"<r @k=64 @k=65 @k=8256 @k=8257 @k=1048576 > end",
+            "78 F0 3C 00 'r' 78 00 'k' BF 00 C0 00 00 DF FF 00 E0 00 00 00 EF DF BF F0 FF",
+            "r[k='64'][k='65'][k='8256'][k='8257'][k='1048576']"}});
+    check(kFull, [](auto& vocabulary, const auto& str) { vocabulary.AddElementValue(str); },
+          {{"<r <r '16 > <r '17 > <r '1040 > <r '1041 > <r '263184 > <r '263185 > <r '1048576 > "
+            "> end",
+            "38 F0 3C 00 'r' 00 AF F0 00 B0 00 F0 00 B3 FF F0 00 B4 00 00 F0 00 B7 FF FF F0 "
+            "00 B8 00 00 00 F0 00 B8 0B FB EF FF F0",
+            "r (r '16' r '17' r '1040' r '1041' r '263184' r '263185' r '1048576')"}});
 }
 
-TEST(WrittenDocuments, IndexesChangeTheirFormInPlace)
+TEST(FastInfosetWriter, IntegersFollowTheirBands)
 {
-    // The root has element name 1 and local name 1, so name i of the loop has number i + 2.
-    const std::string strElements = InRoot([](auto& w) {
-        for (int i = 0; i < 2080; ++i)
-            Leaf(w, 'n' + std::to_string(i));
-        for (const int i : {30, 31, 2078, 2079})
-            Leaf(w, 'n' + std::to_string(i));
-    });
-    // Each behind the end of the one before.
-    EXPECT_EQ(HexAhead(strElements, 0, 12), "F0 1F F0 20 00 F0 27 FF F0 28 00 00");
-
-    const std::string strAttributes = InRoot([](auto& w) {
-        for (int i = 0; i < 8257; ++i)
-            w.WriteAttributeString('n' + std::to_string(i), "", std::to_string(i), it_string);
-        for (const int i : {63, 64, 8255, 8256})
-            w.WriteAttributeString('n' + std::to_string(i), "", std::to_string(i), it_string);
-    });
-    // Name and value: 64, 65, 8256, 8257.
-    EXPECT_EQ(HexAhead(strAttributes, 0, 16), "3F BF 40 00 C0 00 5F FF DF FF 60 00 00 E0 00 00");
-
-    // Local names, as parts of names of the other kind: number 64 is n62.
-    const std::string strParts = InRoot([](auto& w) {
-        for (int i = 0; i < 64; ++i)
-            Leaf(w, 'n' + std::to_string(i));
-        w.WriteStartElement("x", "");
-        w.WriteAttributeString("n62", "", "", it_string);
-        w.WriteAttributeString("n63", "", "", it_string);
-    });
-    EXPECT_EQ(HexAhead(strParts, 0, 7), "78 BF FF 78 C0 00 FF");
+    constexpr const char* pszRange = "<Failed to write FastInfoset. Integer out of range.>";
+    constexpr const char* pszLength =
+        "<Failed to write FastInfoset. Invalid length of an octet string.>";
+    const unsigned char uOctet = 0;
+    struct Row
+    {
+        Steps steps;
+        const char* pszOctets;
+        const char* pszFailure;
+    };
+    const Row rows[] = {
+        {[](auto& w) { w.Integer1To2pw20Bit2(0x80, 8256); }, "DF FF", ""},
+        {[](auto& w) { w.Integer1To2pw20Bit2(0, 0); }, "", pszRange},
+        {[](auto& w) { w.Integer0To2pw20Bit2(0, 1048577); }, "", pszRange},
+        // One above what X.891 has, and the last one ahead of that.
+        {[](auto& w) { w.Integer1To2pw20Bit3(0x40, 526369); }, "70 00 00 01", ""},
+        {[](auto& w) { w.Integer1To2pw20Bit3(0x40, 526368); }, "6F FF FF", ""},
+        {[](auto& w) { w.Integer1To2pw20Bit3(0, 1048577); }, "", pszRange},
+        {[](auto& w) { w.Integer1To2pw20Bit4(0xA0, 263185); }, "B8 00 00 00", ""},
+        {[](auto& w) { w.Integer1To2pw20Bit4(0, 0); }, "", pszRange},
+        {[&](auto& w) { w.NonEmptyOctetStringBit5(0x80, &uOctet, 1); }, "80 00", ""},
+        {[&](auto& w) { w.NonEmptyOctetStringBit5(0, &uOctet, 0x100000001); }, "", pszLength},
+        {[&](auto& w) { w.NonEmptyOctetStringBit7(0x80, &uOctet, 1); }, "80 00", ""},
+        {[&](auto& w) { w.NonEmptyOctetStringBit7(0, &uOctet, 0); }, "", pszLength},
+        {[](auto& w) { w.NonEmptyOctetUTF8StringBit2(0, ""); }, "", pszLength},
+        {[](auto& w) { w.EncodedCharacterStringBit3(0, "", it_string); }, "", pszLength},
+        {[](auto& w) { w.EncodedCharacterStringBit5(0, "", it_string); }, "", pszLength},
+    };
+    for (const Row& row : rows) {
+        const Output output = Written(row.steps);
+        EXPECT_EQ(output.strOctets, Bytes(row.pszOctets)) << &row - rows;
+        EXPECT_EQ(output.strFailure, row.pszFailure) << &row - rows;
+    }
 }

@@ -44,7 +44,7 @@ std::string ShortText(std::uint64_t uValue)
 
 // Deliberate: the 32 bits count as unsigned, so a negative value that was written comes back as one
 // above 2147483647; shorts and longs keep their sign. Pinned by
-// EncodedData.ANegativeIntComesBackAsALargeNumber.
+// EncodedData.AValueHasTheOctetsOfItsAlgorithm.
 std::string IntText(std::uint64_t uValue)
 {
     return CConversions::i4ToString(static_cast<long>(uValue));
@@ -80,7 +80,7 @@ std::string DecodeItems(const unsigned char* pOctets, std::size_t nLength, std::
 
 // Deliberate: the items of one octet are set side by side, and a blank separates the octets. A
 // reader of several booleans has to take them apart by their letters. Pinned by
-// EncodedData.BooleansOfOneOctetStandSideBySide.
+// EncodedData.AValueHasTheOctetsOfItsAlgorithm.
 std::string DecodeBooleans(const unsigned char* pOctets, std::size_t nLength)
 {
     const unsigned int uUnused = pOctets[0] >> 4;
