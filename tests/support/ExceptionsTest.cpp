@@ -16,13 +16,9 @@ namespace {
 class CountedException : public CQnInvalidStateException
 {
 public:
-    explicit CountedException(std::string strMessage)
-        : CQnInvalidStateException(std::move(strMessage))
-    {
-        ++s_iAlive;
-    }
-    CountedException(std::string strMessage, const CQnException& inner)
-        : CQnInvalidStateException(std::move(strMessage), inner)
+    template <class... TArguments>
+    explicit CountedException(const TArguments&... arguments)
+        : CQnInvalidStateException(arguments...)
     {
         ++s_iAlive;
     }
@@ -42,7 +38,7 @@ int CountedException::s_iAlive = 0;
 class ExtraException : public CQnValidationException
 {
 public:
-    void SetExtra(const char* psz) { m_strExtra = psz; }
+    explicit ExtraException(const char* psz) { m_strExtra = psz; }
     const std::string& GetExtra() const { return m_strExtra; }
 };
 
@@ -53,26 +49,21 @@ TEST(ExceptionPath, IsAppendedToTheMessageOnceAndOnlyIfThereIsOne)
     const CQnException withPath("m", std::string("/a/b"));
     EXPECT_EQ(withPath.GetMessage(), "m\nPath: /a/b");
     EXPECT_EQ(withPath.GetPath(), "/a/b");
-    EXPECT_EQ(CQnException(withPath).GetMessage(), "m\nPath: /a/b");
     EXPECT_EQ(CQnValidationException(withPath).GetMessage(), "m\nPath: /a/b");
-
-    const CQnException noPath("m", std::string(), withPath);
-    EXPECT_EQ(noPath.GetMessage(), "m");
-    EXPECT_EQ(noPath.GetPath(), "");
-    EXPECT_EQ(CQnInvalidValueException("v", withPath).GetMessage(), "v");
-    EXPECT_EQ(CQnInvalidValueException("v", withPath).GetPath(), "");
+    EXPECT_EQ(CQnException("m", std::string(), withPath).GetMessage(), "m");
+    const CQnInvalidValueException outer("v", withPath);
+    EXPECT_EQ(outer.GetMessage(), "v");
+    EXPECT_EQ(outer.GetPath(), "");
+    EXPECT_EQ(CQnException("a", outer).GetFullMessage(), "a\nv\nm\nPath: /a/b");
 }
 
-TEST(ExceptionFamily, IsNoStandardExceptionAndHasTheStatedTree)
+TEST(ExceptionFamily, IsNoStandardExceptionAndClonesToTheSameClassWithAPrivateChain)
 {
     EXPECT_FALSE((std::is_base_of_v<std::exception, CQnException>));
     EXPECT_TRUE((std::is_base_of_v<CQnValidationException, CQnInvalidValueException>));
     EXPECT_TRUE((std::is_base_of_v<CQnValidationException, CQnInvalidNamespaceException>));
     EXPECT_FALSE((std::is_base_of_v<CQnValidationException, CQnInvalidStateException>));
-}
-
-TEST(ExceptionFamily, ClonesToTheSameClassWithAPrivateChain)
-{
+    EXPECT_EQ(ExtraException(ExtraException("extra")).GetExtra(), "extra");
     const CQnInvalidParamException inner("inner");
     const std::unique_ptr<CQnException> originals[] = {
         std::make_unique<CQnException>("m", inner),
@@ -85,36 +76,15 @@ TEST(ExceptionFamily, ClonesToTheSameClassWithAPrivateChain)
     };
     for (const auto& pOriginal : originals) {
         const CQnException& original = *pOriginal;
-        SCOPED_TRACE(typeid(original).name());
         const std::unique_ptr<CQnException> pClone(original.Clone());
         const CQnException& clone = *pClone;
         EXPECT_EQ(typeid(clone), typeid(original));
         EXPECT_EQ(clone.GetFullMessage(), "m\ninner");
-        ASSERT_NE(clone.GetInnerException(), nullptr);
         EXPECT_NE(clone.GetInnerException(), original.GetInnerException());
         EXPECT_NE(original.GetInnerException(), &inner);
         const CQnException& innerClone = *clone.GetInnerException();
         EXPECT_EQ(typeid(innerClone), typeid(CQnInvalidParamException));
     }
-}
-
-TEST(ExceptionFamily, CopiesTheExtraTextBetweenObjectsOfTheClassOnly)
-{
-    ExtraException original;
-    EXPECT_EQ(original.GetExtra(), "");
-    original.SetExtra("extra");
-    EXPECT_EQ(ExtraException(original).GetExtra(), "extra");
-}
-
-TEST(FullMessage, IsTheChainWithALineFeedBetweenItsLinks)
-{
-    const CQnInvalidValueException innermost("c");
-    const CQnValidationException middle("b", "/x", innermost);
-    const CQnException outer("a", middle);
-    EXPECT_EQ(innermost.GetFullMessage(), "c");
-    EXPECT_EQ(outer.GetFullMessage(), "a\nb\nPath: /x\nc");
-    EXPECT_EQ(outer.GetInnerException()->GetPath(), "/x");
-    EXPECT_EQ(innermost.GetInnerException(), nullptr);
 }
 
 TEST(ExceptionAssignment, KeepsThePathAndLetsTheOldInnerExceptionGo)

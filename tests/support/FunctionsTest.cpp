@@ -3,7 +3,6 @@
 #include "tests/support/Scoped.h"
 
 #include <climits>
-#include <cstring>
 #include <cwchar>
 #include <gtest/gtest.h>
 
@@ -27,22 +26,16 @@ TEST(FormatString, PrintsEveryConversionWhole)
 {
     const std::string strLong(10000, 'x');
     EXPECT_EQ(Print("[%s]", strLong.c_str()), "[" + strLong + "]");
-    EXPECT_EQ(Print("%5.2f", 3.14159), " 3.14");
-    EXPECT_EQ(Print("%f", 1e308).size(), 316u);
     EXPECT_EQ(Print("%.60f", -1e308).size(), 371u);
     EXPECT_EQ(Print("%400.2f|", 1.5).size(), 401u);
-    EXPECT_EQ(Print("%e %g %G", 1.5, 2.5, 1e-10), "1.500000e+00 2.5 1E-10");
+    EXPECT_EQ(Print("%e %g %G %Lf", 1.5, 2.5, 1e-10, 1.5L), "1.500000e+00 2.5 1E-10 1.500000");
     EXPECT_EQ(Print("%d %i %u %x %X %#o", -1, 2, 3u, 255u, 255u, 8u), "-1 2 3 ff FF 010");
     EXPECT_EQ(Print("%ld %lu", LONG_MIN, ULONG_MAX), "-9223372036854775808 18446744073709551615");
     EXPECT_EQ(Print("%hd %+d % d %05d", 7, 7, 7, 7), "7 +7  7 00007");
     EXPECT_EQ(Print("%*d|%-*d|%.*d", 5, 1, 5, 2, 3, 3), "    1|2    |003");
-    EXPECT_EQ(Print("%c%C%%%s", 'a', 'b', "c"), "ab%c");
-    EXPECT_EQ(Print("%ls %S", L"wide", L"text"), "wide text");
+    EXPECT_EQ(Print("%c%C%%%ls%S", 'a', 'b', L"c", L"d"), "ab%cd");
     EXPECT_EQ(Print("%.3s|%10s|%-4s|", "abcdef", "x", "y"), "abc|         x|y   |");
-    EXPECT_EQ(Print("%Lf %s", 1.5L, "after"), "1.500000 after");
-    EXPECT_EQ(Print("%s", static_cast<const char*>(nullptr)), "(null)");
-    EXPECT_EQ(Print("%s", ""), "");
-    EXPECT_EQ(Print(""), "");
+    EXPECT_EQ(Print("%s%s", static_cast<const char*>(nullptr), ""), "(null)");
     EXPECT_EQ(Print(nullptr), "");
     const char acUnterminated[3] = {'a', 'b', 'c'};
     EXPECT_EQ(Print("%.3s", acUnterminated), "abc");
@@ -59,9 +52,9 @@ TEST(FormatString, CutsWhatTheWalkDoesNotKnow)
     EXPECT_EQ(Print("%y%d%#x..", 1, 2), "%y");
     EXPECT_EQ(Print("%F.", 1.5), "");
     EXPECT_EQ(Print("100%"), "100");
-    EXPECT_EQ(Print("%ls|%s", L"\u00e9", "x").size(), 0u); // no multibyte form: vsnprintf stops
-    EXPECT_EQ(Print("%c-%d", '\0', 1), "");                // ends at the first zero character
-    EXPECT_EQ(Print("%.*s", -1, "text"), "");              // cut to a negative precision
+    EXPECT_EQ(Print("%ls|%s", L"\u00e9", "x"), ""); // no multibyte form: vsnprintf stops
+    EXPECT_EQ(Print("%c-%d", '\0', 1), "");         // ends at the first zero character
+    EXPECT_EQ(Print("%.*s", -1, "text"), "");       // cut to a negative precision
 }
 
 TEST(FormatString, BearsAPointWhateverTheNumericLocaleIs)
@@ -69,11 +62,9 @@ TEST(FormatString, BearsAPointWhateverTheNumericLocaleIs)
     const Scoped::Locale locale(LC_ALL, "de_DE.utf8");
     if (!locale.IsSet())
         GTEST_SKIP() << "the machine has no locale with a decimal comma";
-    char szComma[8];
-    std::snprintf(szComma, sizeof szComma, "%.1f", 1.5);
-    ASSERT_STREQ(szComma, "1,5");
     EXPECT_EQ(FormatString("%.2f %g %e", 1.5, 2.5, 3.5), "1.50 2.5 3.500000e+00");
     EXPECT_EQ(Print("%.1f%5ls", 1.5, L"\u00e9"), "1.5   \u00e9");
+    char szComma[8];
     std::snprintf(szComma, sizeof szComma, "%.1f", 1.5);
     EXPECT_STREQ(szComma, "1,5"); // the thread's locale is back
 }
@@ -82,61 +73,50 @@ TEST(FindReplace, TextMadeByAReplacementIsSearchedAgain)
 {
     struct Row
     {
-        const char *text, *find, *replace, *result;
+        std::string text;
+        const char *find, *replace, *result;
     };
     const Row rows[] = {
-        {"aXbXc", "X", "-", "a-b-c"},
-        {"", "X", "-", ""},
-        {"XXX", "X", "", ""},
-        {"aab", "ab", "b", "b"},
-        {"xabcabcabcy", "abc", "", "xy"},
-        {"aabbc", "ab", "", "c"},
-        {"aaaaa", "aa", "a", "a"},
-        {"none", "abc", "-", "none"},
+        {"aXbXc", "X", "-", "a-b-c"},    {"XXX", "X", "", ""},      {"aab", "ab", "b", "b"},
+        {"aabbc", "ab", "", "c"},        {"aaaaa", "aa", "a", "a"}, {"none", "abc", "-", "none"},
         {"abab", "ab", "aab", "aabaab"}, // one pass: the replacement holds the searched text
-        {"aa", "a", "a", "aa"},
         {"abc", "", "-", "abc"},
     };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.text);
-        std::string strText = row.text;
-        FindReplace(strText, row.find, row.replace);
-        EXPECT_EQ(strText, row.result);
-        const auto Widen = [](const char* psz) { return std::wstring(psz, psz + strlen(psz)); };
-        std::wstring wstrText = Widen(row.text);
-        FindReplace(wstrText, Widen(row.find), Widen(row.replace));
-        EXPECT_EQ(wstrText, Widen(row.result));
+    for (Row row : rows) {
+        const auto widen = [](const std::string& str) {
+            return std::wstring(str.begin(), str.end());
+        };
+        std::wstring wstrText = widen(row.text);
+        FindReplace(wstrText, widen(row.find), widen(row.replace));
+        EXPECT_EQ(wstrText, widen(row.result));
+        FindReplace(row.text, row.find, row.replace);
+        EXPECT_EQ(row.text, row.result);
     }
 }
 
-TEST(PadZero, FillsUpToTheWidth)
+TEST(NumberText, IsPaddedAndTrimmed)
 {
     EXPECT_EQ(PadZero(7, 3), "007");
     EXPECT_EQ(PadZero(1234, 2), "1234");
     EXPECT_EQ(PadZero(-5, 4), "-005");
-    EXPECT_EQ(PadZero(0, 0), "0");
-    EXPECT_EQ(PadZero(INT_MIN, 1), "-2147483648");
+    EXPECT_EQ(PadZero(INT_MIN, 0), "-2147483648");
     EXPECT_EQ(PadZero(1, 255), std::string(254, '0') + "1");
-}
-
-TEST(FractionOfASecond, HasNoTrailingZeros)
-{
-    EXPECT_EQ(TrimTrainingZeros("100"), "1");
     EXPECT_EQ(TrimTrainingZeros("000"), "0");
-    EXPECT_EQ(TrimTrainingZeros("010"), "01");
     EXPECT_EQ(TrimTrainingZeros(""), "");
     EXPECT_EQ(ToFracString(0, 0, 0), "");
     EXPECT_EQ(ToFracString(500, 0, 0), ".5");
     EXPECT_EQ(ToFracString(5, 20, 0), ".00502");
-    EXPECT_EQ(ToFracString(0, 0, 1), ".000000001");
     EXPECT_EQ(ToFracString(1, 0, 120), ".00100012");
+    char szText[] = "aZ1\xe9";
+    EXPECT_STREQ(strupr(szText), "AZ1\xe9");
+    EXPECT_EQ(strupr(nullptr), nullptr);
 }
 
 TEST(LeapYear, FollowsTheGregorianRuleWithoutAShift)
 {
     for (const int iYear : {2004, 2000, 0, -4, -400})
         EXPECT_TRUE(IsLeapYear(iYear)) << iYear;
-    for (const int iYear : {1900, 2001, -1, -100, -5})
+    for (const int iYear : {1900, 2001, -1, -100})
         EXPECT_FALSE(IsLeapYear(iYear)) << iYear;
 }
 
@@ -149,42 +129,29 @@ TEST(Quotient, RunsInSinglePrecision)
         long long modulo;
     };
     const Row rows[] = {
-        {7, 2, 3, 1},
         {-7, 2, -4, 1},
-        {-1, 12, -1, 11},
         {7, -2, -4, -1},
+        {-1, 12, -1, 11},
         {16777217, 1, 16777216, 1},
         {1000000007, 60, 16666667, -13},
         {3000000000LL, 1, INT_MIN, 5147483648LL}, // no int holds it
-        {1, 0, INT_MIN, 1},
         {0, 0, INT_MIN, 0},
         {LLONG_MIN, 1, INT_MIN, LLONG_MIN + 2147483648LL},
     };
     for (const Row& row : rows) {
-        SCOPED_TRACE(row.value);
-        EXPECT_EQ(GetQuotient(row.value, row.divisor), row.quotient);
-        EXPECT_EQ(GetModulo(row.value, row.divisor), row.modulo);
+        EXPECT_EQ(GetQuotient(row.value, row.divisor), row.quotient) << row.value;
+        EXPECT_EQ(GetModulo(row.value, row.divisor), row.modulo) << row.value;
     }
 }
 
 TEST(UnicodeToMultiByte, WritesAQuestionMarkForWhatTheLocaleLacks)
 {
+    const wchar_t acText[] = {L'a', L'\u20ac', static_cast<wchar_t>(0xD800), L'b', 0};
     EXPECT_EQ(UnicodeToMultiByte(nullptr), "");
-    EXPECT_EQ(UnicodeToMultiByte(L""), "");
-    EXPECT_EQ(UnicodeToMultiByte(L"a\u00e9\u20acb"), "a??b");
+    EXPECT_EQ(UnicodeToMultiByte(acText), "a??b");
     const Scoped::Locale locale(LC_CTYPE, "C.UTF-8");
     ASSERT_TRUE(locale.IsSet());
-    EXPECT_EQ(UnicodeToMultiByte(L"a\u00e9\u20acb"), "a\u00e9\u20acb");
-    const wchar_t acSurrogate[] = {L'x', static_cast<wchar_t>(0xD800), L'y', 0};
-    EXPECT_EQ(UnicodeToMultiByte(acSurrogate), "x?y");
-}
-
-TEST(UpperCase, IsMadeInPlace)
-{
-    char szText[] = "aZ1\xe9";
-    EXPECT_EQ(strupr(szText), szText);
-    EXPECT_STREQ(szText, "AZ1\xe9");
-    EXPECT_EQ(strupr(nullptr), nullptr);
+    EXPECT_EQ(UnicodeToMultiByte(acText), "a\u20ac?b");
 }
 
 TEST(FileLength, IsKnownForRegularFilesOnly)
@@ -192,20 +159,16 @@ TEST(FileLength, IsKnownForRegularFilesOnly)
     const Scoped::File file;
     FILE* pFile = std::fopen(file.Path(), "w+");
     ASSERT_NE(pFile, nullptr);
-    EXPECT_EQ(_filelength(pFile), 0);
     std::fputs("12345", pFile);
     std::fseek(pFile, 2, SEEK_SET);
     EXPECT_EQ(_filelength(pFile), 5);
     EXPECT_EQ(std::ftell(pFile), 2);
     std::fclose(pFile);
-
-    FILE* pDirectory = std::fopen("/tmp", "rt");
-    ASSERT_NE(pDirectory, nullptr);
-    EXPECT_EQ(_filelength(pDirectory), -1);
-    std::fclose(pDirectory);
-    FILE* pDevice = std::fopen("/dev/zero", "rt");
-    ASSERT_NE(pDevice, nullptr);
-    EXPECT_EQ(_filelength(pDevice), -1);
-    std::fclose(pDevice);
+    for (const char* const pszPath : {"/tmp", "/dev/zero"}) {
+        pFile = std::fopen(pszPath, "rt");
+        ASSERT_NE(pFile, nullptr);
+        EXPECT_EQ(_filelength(pFile), -1);
+        std::fclose(pFile);
+    }
     EXPECT_EQ(_filelength(nullptr), -1);
 }

@@ -17,7 +17,6 @@
 
 #include <cstdlib>
 #include <cstring>
-#include <functional>
 #include <memory>
 #include <new>
 
@@ -28,77 +27,32 @@ namespace {
 thread_local long t_nUntilFailure = -1; // allocations that still succeed; below 0: all do
 thread_local long t_nLive = 0;          // blocks made and not freed by this thread
 
-void* Allocate(std::size_t nBytes) noexcept
+} // namespace
+
+// The whole test program allocates through these: all other forms go by them.
+void* operator new(std::size_t nBytes)
 {
     if (t_nUntilFailure == 0)
-        return nullptr;
+        throw std::bad_alloc();
     if (t_nUntilFailure > 0)
         --t_nUntilFailure;
     void* pBlock = std::malloc(nBytes ? nBytes : 1);
-    t_nLive += pBlock ? 1 : 0;
+    if (!pBlock)
+        throw std::bad_alloc();
+    ++t_nLive;
     return pBlock;
 }
-
-void* AllocateOrThrow(std::size_t nBytes)
-{
-    void* pBlock = Allocate(nBytes);
-    return pBlock ? pBlock : throw std::bad_alloc();
-}
-
-void Free(void* pBlock) noexcept
+void operator delete(void* pBlock) noexcept
 {
     t_nLive -= pBlock ? 1 : 0;
     std::free(pBlock);
 }
-
-} // namespace
-
-// The whole test program allocates through these.
-void* operator new(std::size_t nBytes)
-{
-    return AllocateOrThrow(nBytes);
-}
-void* operator new[](std::size_t nBytes)
-{
-    return AllocateOrThrow(nBytes);
-}
-void* operator new(std::size_t nBytes, const std::nothrow_t&) noexcept
-{
-    return Allocate(nBytes);
-}
-void* operator new[](std::size_t nBytes, const std::nothrow_t&) noexcept
-{
-    return Allocate(nBytes);
-}
-void operator delete(void* pBlock) noexcept
-{
-    Free(pBlock);
-}
-void operator delete[](void* pBlock) noexcept
-{
-    Free(pBlock);
-}
 void operator delete(void* pBlock, std::size_t) noexcept
 {
-    Free(pBlock);
-}
-void operator delete[](void* pBlock, std::size_t) noexcept
-{
-    Free(pBlock);
-}
-void operator delete(void* pBlock, const std::nothrow_t&) noexcept
-{
-    Free(pBlock);
-}
-void operator delete[](void* pBlock, const std::nothrow_t&) noexcept
-{
-    Free(pBlock);
+    operator delete(pBlock);
 }
 
 namespace {
-
-// An operation on an object that it owns; the result tells whether the object is in order.
-using Operation = std::function<std::string()>;
 
 std::string XmlOf(const CXmlObjectBase& object)
 {
@@ -116,43 +70,30 @@ const char* const kXml =
     "<c xmlns='urn:c'><![CDATA[section]]><d/><d>deep and long enough to be kept outside</d></c>"
     "tail</p:a>";
 
-// The parameter is a name and the maker of an operation with its object.
-struct Road
+// Runs the operation on new objects, with each allocation failing once. What the operation gives
+// tells whether the object is in order; after a failure it is run again.
+template <class TObject>
+void FailEachAllocation(std::string (*pfnOperation)(TObject&))
 {
-    const char* pszName;
-    std::function<Operation()> fnMake;
-};
-
-void PrintTo(const Road& road, std::ostream* pStream)
-{
-    *pStream << road.pszName;
-}
-
-class OutOfMemory : public testing::TestWithParam<Road>
-{};
-
-} // namespace
-
-TEST_P(OutOfMemory, AnywhereLeavesNoLeakAndAUsableObject)
-{
-    const std::string strExpected = GetParam().fnMake()();
+    TObject whole;
+    const std::string strExpected = pfnOperation(whole);
     bool bFailed = true;
     long nAllocations = 0;
-    for (; bFailed && !HasFailure(); ++nAllocations) {
+    for (; bFailed && !testing::Test::HasFailure(); ++nAllocations) {
         const long nLiveBefore = t_nLive;
         {
-            const Operation operation = GetParam().fnMake();
+            TObject object;
             std::string strResult;
             t_nUntilFailure = nAllocations;
             try {
-                strResult = operation();
+                strResult = pfnOperation(object);
                 bFailed = false;
             }
             catch (const std::bad_alloc&) {
             }
             t_nUntilFailure = -1;
             if (bFailed)
-                strResult = operation();
+                strResult = pfnOperation(object);
             EXPECT_EQ(strResult, strExpected) << "after failure " << nAllocations;
         }
         EXPECT_EQ(t_nLive, nLiveBefore) << "after failure " << nAllocations;
@@ -160,171 +101,131 @@ TEST_P(OutOfMemory, AnywhereLeavesNoLeakAndAUsableObject)
     EXPECT_GT(nAllocations, 2) << "no allocation was seen to fail";
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    , OutOfMemory,
-    testing::Values(
-        Road{"DocumentFromBytes",
-             [] {
-                 const auto pDocument = std::make_shared<CXmlDocument>();
-                 return [pDocument] {
-                     pDocument->LoadXmlStream(reinterpret_cast<const unsigned char*>(kXml),
-                                              std::strlen(kXml));
-                     const CXmlElement* p = pDocument->GetDocumentElement();
-                     return p->GetFirstElement()->GetXPath() + p->GetText() +
-                            pDocument->LookupNamespaceFromAlias("p");
-                 };
-             }},
-        Road{"DocumentFromWideText",
-             [] {
-                 const auto pDocument = std::make_shared<CXmlDocument>();
-                 return [pDocument] {
-                     pDocument->LoadXml(std::wstring(kXml, kXml + std::strlen(kXml)).c_str());
-                     return pDocument->GetDocumentElement()->GetText();
-                 };
-             }},
-        Road{"ElementCopied",
-             [] {
-                 const auto pDocument = std::make_shared<CXmlDocument>();
-                 pDocument->LoadXml(kXml);
-                 const CSmartPtr<CElement> pElement(new CElement(""));
-                 return [pDocument, pElement] {
-                     pElement->CopyXmlElement(pDocument->GetDocumentElement());
-                     return XmlOf(*pElement);
-                 };
-             }},
-        Road{"ElementRead",
-             [] {
-                 return [] {
-                     const CSmartPtr<CElement> pElement(new CElement(""));
-                     pElement->FromXml(kXml);
-                     return XmlOf(*pElement->Clone());
-                 };
-             }},
-        Road{"ElementBuilt",
-             [] {
-                 return [] {
-                     const CSmartPtr<CElement> pElement(new CElement("root", "urn:root"));
-                     pElement->GetAttributes()->Add("a", "1", "urn:a")->SetValue(kXml);
-                     pElement->GetElements()->Add("child")->SetText(kXml);
-                     const CSmartPtr<CElement> pCopy(new CElement(pElement.GetPtr(), ""));
-                     return XmlOf(*pCopy);
-                 };
-             }},
-        Road{"ItemsAdded",
-             [] {
-                 const CSmartPtr<CElementCol> pCol(new CElementCol("", "##any", "", 0, -1));
-                 return [pCol] {
-                     pCol->Clear();
-                     pCol->Add(new CElement("a"));
-                     pCol->Add("b", "")->GetAttributes()->Add(new CAttribute("c", "", ""));
-                     return XmlOf(*pCol->Item(1)) + std::to_string(pCol->GetCount());
-                 };
-             }},
-        Road{"ObjectRead",
-             [] {
-                 const std::string strXml = XmlOf(*Model::MakeShip());
-                 const CSmartPtr<Model::CShip> pShip(new Model::CShip);
-                 return [pShip, strXml] {
-                     pShip->FromXml(strXml.c_str(), CSerializationContext::m_defaultContext);
-                     return XmlOf(*pShip);
-                 };
-             }},
-        Road{"ObjectWritten",
-             [] {
-                 const CSmartPtr<Model::CShip> pShip = Model::MakeShip();
-                 return [pShip] {
-                     return TextOf(pShip->ToXmlStream(true, true, XmlEncoding_UTF8, EOLType_CRLF,
-                                                      CSerializationContext::m_defaultContext,
-                                                      CompressionType_ZLib));
-                 };
-             }},
-        Road{"ObjectThroughJson",
-             [] {
-                 const CSmartPtr<Model::CShip> pShip = Model::MakeShip();
-                 const CSmartPtr<Model::CShip> pCopy(new Model::CShip);
-                 const auto pContext = std::make_shared<CSerializationContext>();
-                 pContext->GetJsonContext().SetSupportRoundtrip(JsonRoundTrip_NoNamespaces);
-                 return [pShip, pCopy, pContext] {
-                     pCopy->FromJson(pShip->ToJson(true, EOLType_LF, *pContext).c_str(), *pContext);
-                     return XmlOf(*pCopy);
-                 };
-             }},
-        Road{"ObjectThroughFastInfoset",
-             [] {
-                 const CSmartPtr<Model::CShip> pShip = Model::MakeShip();
-                 const CSmartPtr<Model::CShip> pCopy(new Model::CShip);
-                 return [pShip, pCopy] {
-                     const CSerializationContext& context = CSerializationContext::m_defaultContext;
-                     pCopy->FromXmlStream(
-                         pShip->ToFastInfosetStream(FInfoDecl_None, context, CompressionType_None),
-                         context);
-                     return XmlOf(*pCopy);
-                 };
-             }},
-        Road{"ValuesCollected",
-             [] {
-                 const CSmartPtr<CdecimalCol> pCol(
-                     new CdecimalCol("v", "", 0, -1, "", -1, -1, "", "", "", "", -1, -1, -1,
-                                     CWhitespaceUtils::WhitespaceRule_None, ""));
-                 return [pCol] {
-                     pCol->Clear();
-                     for (const char* psz : {"1", "2.50", "-12345678901234567890123456789.5"})
-                         pCol->Add(CDecimal(psz));
-                     return pCol->Item(0).ToString() + pCol->Item(2).ToString();
-                 };
-             }},
-        Road{"BinaryDataChanged",
-             [] {
-                 const auto pData = std::make_shared<CBinaryData>();
-                 return [pData] {
-                     pData->SetBuffer("some bytes");
-                     const CBinaryData shared(*pData);
-                     pData->Append(*pData);
-                     pData->SetAsBase64(pData->GetAsBase64().c_str());
-                     pData->SetAsHexString(pData->GetAsHexString().c_str());
-                     return TextOf(*pData) + TextOf(shared);
-                 };
-             }},
-        Road{"StringBufferFilled",
-             [] {
-                 const auto pBuffer = std::make_shared<CStringBuffer>(16);
-                 return [pBuffer] {
-                     pBuffer->SetText(kXml);
-                     pBuffer->Append(kXml);
-                     pBuffer->SetText(pBuffer->GetText());
-                     return std::string(pBuffer->GetText());
-                 };
-             }},
-        Road{"VariantAssigned",
-             [] {
-                 const auto pValue = std::make_shared<QnVariant>();
-                 return [pValue] {
-                     pValue->SetString(kXml);
-                     QnVariant other;
-                     other.SetDecimal(CDecimal("12345678901234567890123456789.5"));
-                     other = *pValue;
-                     return other.GetString();
-                 };
-             }},
-        Road{"ContextCopied",
-             [] {
-                 const auto pContext = std::make_shared<CSerializationContext>();
-                 return [pContext] {
-                     pContext->GetNamespaceAliases().Add("p", "urn:a namespace not too short");
-                     pContext->GetAdditionalRootAttributes();
-                     pContext->GetJsonContext().SetRootElementName("a name that is not short");
-                     CSerializationContext copy(*pContext);
-                     copy = *pContext;
-                     return copy.GetNamespaceAliases().GetNamespaceAt(0);
-                 };
-             }},
-        Road{"ExceptionChained",
-             [] {
-                 return [] {
-                     const CQnValidationException inner(kXml, "/a path that is not short");
-                     const CQnException outer("the outer message, long", inner);
-                     const std::unique_ptr<CQnException> pClone(outer.Clone());
-                     return pClone->GetFullMessage();
-                 };
-             }}),
-    [](const testing::TestParamInfo<Road>& row) { return row.param.pszName; });
+// Where an operation makes all its objects itself.
+struct Nothing
+{};
+
+struct Ships
+{
+    CSmartPtr<Model::CShip> m_ship = Model::MakeShip();
+    CSmartPtr<Model::CShip> m_copy{new Model::CShip};
+    CSerializationContext m_context;
+};
+
+struct Elements
+{
+    CSmartPtr<CElement> m_element{new CElement("")};
+    CSmartPtr<CElementCol> m_items{new CElementCol("", "##any", "", 0, -1)};
+    CSmartPtr<CdecimalCol> m_values{new CdecimalCol("v", "", 0, -1, "", -1, -1, "", "", "", "", -1,
+                                                    -1, -1, CWhitespaceUtils::WhitespaceRule_None,
+                                                    "")};
+};
+
+} // namespace
+
+TEST(OutOfMemory, LeavesNoLeakAndAUsableDocument)
+{
+    FailEachAllocation<CXmlDocument>([](CXmlDocument& document) {
+        document.LoadXmlStream(reinterpret_cast<const unsigned char*>(kXml), std::strlen(kXml));
+        const CXmlElement* p = document.GetDocumentElement();
+        const std::string strPath = p->GetFirstElement()->GetXPath();
+        document.LoadXml(std::wstring(kXml, kXml + std::strlen(kXml)).c_str());
+        return strPath + document.GetDocumentElement()->GetText() +
+               document.LookupNamespaceFromAlias("p");
+    });
+}
+
+TEST(OutOfMemory, LeavesNoLeakAndUsableElements)
+{
+    FailEachAllocation<Elements>([](Elements& elements) {
+        CXmlDocument document;
+        document.LoadXml(kXml);
+        elements.m_element->CopyXmlElement(document.GetDocumentElement());
+        return XmlOf(*elements.m_element);
+    });
+    FailEachAllocation<Nothing>([](Nothing&) {
+        const CSmartPtr<CElement> pElement(new CElement("root", "urn:root"));
+        pElement->FromXml(kXml);
+        pElement->GetAttributes()->Add("a", "1", "urn:a")->SetValue(kXml);
+        pElement->GetElements()->Add("child")->SetText(kXml);
+        const CSmartPtr<CElement> pCopy(new CElement(pElement.GetPtr(), ""));
+        return XmlOf(*pCopy) + XmlOf(*pElement->Clone());
+    });
+    FailEachAllocation<Elements>([](Elements& elements) {
+        CElementCol& items = *elements.m_items;
+        items.Clear();
+        items.Add(new CElement("a"));
+        items.Add("b", "")->GetAttributes()->Add(new CAttribute("c", "", ""));
+        return XmlOf(*items.Item(1)) + std::to_string(items.GetCount());
+    });
+    FailEachAllocation<Elements>([](Elements& elements) {
+        CdecimalCol& values = *elements.m_values;
+        values.Clear();
+        for (const char* psz : {"1", "2.50", "-12345678901234567890123456789.5"})
+            values.Add(CDecimal(psz));
+        return values.Item(0).ToString() + values.Item(2).ToString();
+    });
+}
+
+TEST(OutOfMemory, LeavesNoLeakAndUsableBoundObjects)
+{
+    FailEachAllocation<Ships>([](Ships& ships) {
+        ships.m_copy->FromXml(XmlOf(*ships.m_ship).c_str(), ships.m_context);
+        return XmlOf(*ships.m_copy);
+    });
+    FailEachAllocation<Ships>([](Ships& ships) {
+        return TextOf(ships.m_ship->ToXmlStream(true, true, XmlEncoding_UTF8, EOLType_CRLF,
+                                                ships.m_context, CompressionType_ZLib));
+    });
+    FailEachAllocation<Ships>([](Ships& ships) {
+        ships.m_context.GetJsonContext().SetSupportRoundtrip(JsonRoundTrip_NoNamespaces);
+        const std::string strJson = ships.m_ship->ToJson(true, EOLType_LF, ships.m_context);
+        ships.m_copy->FromJson(strJson.c_str(), ships.m_context);
+        return XmlOf(*ships.m_copy);
+    });
+    FailEachAllocation<Ships>([](Ships& ships) {
+        ships.m_copy->FromXmlStream(ships.m_ship->ToFastInfosetStream(
+                                        FInfoDecl_None, ships.m_context, CompressionType_None),
+                                    ships.m_context);
+        return XmlOf(*ships.m_copy);
+    });
+}
+
+TEST(OutOfMemory, LeavesNoLeakAndUsableValues)
+{
+    FailEachAllocation<CBinaryData>([](CBinaryData& data) {
+        data.SetBuffer("some bytes");
+        const CBinaryData shared(data);
+        data.Append(data);
+        data.SetAsBase64(data.GetAsBase64().c_str());
+        data.SetAsHexString(data.GetAsHexString().c_str());
+        return TextOf(data) + TextOf(shared);
+    });
+    FailEachAllocation<CStringBuffer>([](CStringBuffer& buffer) {
+        buffer.SetText(kXml);
+        buffer.Append(kXml);
+        buffer.SetText(buffer.GetText());
+        return std::string(buffer.GetText());
+    });
+    FailEachAllocation<QnVariant>([](QnVariant& value) {
+        value.SetString(kXml);
+        QnVariant other;
+        other.SetDecimal(CDecimal("12345678901234567890123456789.5"));
+        other = value;
+        return other.GetString();
+    });
+    FailEachAllocation<CSerializationContext>([](CSerializationContext& context) {
+        context.GetNamespaceAliases().Add("p", "urn:a namespace not too short");
+        context.GetAdditionalRootAttributes();
+        context.GetJsonContext().SetRootElementName("a name that is not short");
+        CSerializationContext copy(context);
+        copy = context;
+        return copy.GetNamespaceAliases().GetNamespaceAt(0);
+    });
+    FailEachAllocation<Nothing>([](Nothing&) {
+        const CQnValidationException inner(kXml, "/a path that is not short");
+        const CQnException outer("the outer message, long", inner);
+        const std::unique_ptr<CQnException> pClone(outer.Clone());
+        return pClone->GetFullMessage();
+    });
+}

@@ -30,20 +30,22 @@ class Derived : public Counted
 
 } // namespace
 
-TEST(SmartPtr, HoldsOneReferenceForEachHolder)
+TEST(SmartPtr, HoldsOneReferenceForEachHolderAndComparesByPointer)
 {
-    Counted::s_iDestroyed = 0;
     auto* pObject = new Derived;
     CSmartPtr<Derived> first(pObject);
     CSmartPtr<Counted> base(first);
     CSmartPtr<Counted> copy(base);
     EXPECT_EQ(pObject->m_iReferences, 3);
     CSmartPtr<Counted> moved(std::move(copy));
-    EXPECT_EQ(pObject->m_iReferences, 3);
     EXPECT_FALSE(copy);
     moved = *&moved; // to itself
     base = first;
     EXPECT_EQ(pObject->m_iReferences, 3);
+    const Counted* pConst = pObject;
+    EXPECT_TRUE(base == first && base == pConst && pObject == base && base != nullptr);
+    EXPECT_TRUE(copy == nullptr && nullptr == copy && copy != first && pConst != copy);
+    EXPECT_FALSE(base != first || base != pConst || pConst != base || base == nullptr);
     base.Reset();
     moved = nullptr;
     EXPECT_EQ(pObject->m_iReferences, 1);
@@ -52,16 +54,4 @@ TEST(SmartPtr, HoldsOneReferenceForEachHolder)
     EXPECT_EQ(Counted::s_iDestroyed, 1);
     EXPECT_EQ(first->m_iReferences, 1);
     EXPECT_EQ(&*first, first.GetPtr());
-}
-
-TEST(SmartPtr, ComparesWithHoldersPointersAndNull)
-{
-    const CSmartPtr<Counted> none;
-    const CSmartPtr<Derived> held(new Derived);
-    const CSmartPtr<Counted> base(held);
-    const Counted* pConst = held.GetPtr();
-    EXPECT_TRUE(none == nullptr && nullptr == none && none != held && none != pConst);
-    EXPECT_TRUE(held != nullptr && nullptr != held && held == base && held == pConst);
-    EXPECT_TRUE(base == held.GetPtr() && held.GetPtr() == base && pConst == base);
-    EXPECT_FALSE(held != base || held != pConst || pConst != held || held == nullptr);
 }

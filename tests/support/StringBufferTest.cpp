@@ -24,19 +24,10 @@ TEST(StringBuffer, HoldsTextWholeAcrossBlocks)
             }
         }
         EXPECT_EQ(buffer.GetLength(), strExpected.size());
-        EXPECT_EQ(buffer.GetText(), strExpected);
+        const char* pszText = buffer.GetText();
+        EXPECT_EQ(pszText, strExpected);
+        EXPECT_EQ(buffer.GetText(), pszText); // is joined once
     }
-}
-
-TEST(StringBuffer, JoinsItsBlocksOnceAndCountsOn)
-{
-    CStringBuffer buffer;
-    EXPECT_STREQ(buffer.GetText(), "");
-    buffer.Append(std::string(5000, 'x'));
-    const char* pszText = buffer.GetText();
-    EXPECT_EQ(std::strlen(pszText), 5000u);
-    EXPECT_EQ(buffer.GetText(), pszText);
-    EXPECT_EQ(buffer.GetLength(), 5000u);
 }
 
 TEST(StringBuffer, StopsAtAZeroByteSaveForASingleCharacter)
@@ -46,25 +37,22 @@ TEST(StringBuffer, StopsAtAZeroByteSaveForASingleCharacter)
     EXPECT_EQ(buffer.GetLength(), 1u);
     buffer.Append('\0');
     buffer.Append("c");
-    EXPECT_EQ(buffer.GetLength(), 3u);
-    EXPECT_EQ(buffer.CopyText(), "a");
-    EXPECT_STREQ(buffer.GetText(), "a");
-    EXPECT_EQ(buffer.GetText()[2], 'c');
     buffer.Append(static_cast<const char*>(nullptr));
     EXPECT_EQ(buffer.GetLength(), 3u);
+    EXPECT_EQ(buffer.CopyText(), "a");
+    EXPECT_EQ(std::string(buffer.GetText(), 4), std::string("a\0c\0", 4));
 }
 
 TEST(StringBuffer, EmptyKeepsAnOnlyBlockZeroed)
 {
     CStringBuffer buffer(8);
+    EXPECT_STREQ(buffer.GetText(), "");
     buffer.Append("1234");
     const char* pszText = buffer.GetText();
     buffer.Empty();
     EXPECT_EQ(buffer.GetLength(), 0u);
     EXPECT_EQ(buffer.GetText(), pszText);
     EXPECT_STREQ(pszText, "");
-    buffer.Append("56");
-    EXPECT_STREQ(buffer.GetText(), "56");
     buffer.Append("more than one block");
     buffer.Empty();
     EXPECT_STREQ(buffer.GetText(), "");
@@ -79,7 +67,6 @@ TEST(StringBuffer, TakesItsOwnTextAsArgument)
     CStringBuffer buffer(8);
     buffer.Append("abcdefghij");
     buffer.SetText(buffer.GetText());
-    EXPECT_STREQ(buffer.GetText(), "abcdefghij");
     buffer.Append(buffer.GetText() + 5);
     EXPECT_STREQ(buffer.GetText(), "abcdefghijfghij");
     buffer.SetText(buffer.GetText() + 10);
