@@ -101,9 +101,12 @@ void FailEachAllocation(std::string (*pfnOperation)(TObject&))
     EXPECT_GT(nAllocations, 2) << "no allocation was seen to fail";
 }
 
-// Where an operation makes all its objects itself.
-struct Nothing
-{};
+struct Trees
+{
+    CXmlDocument m_document;
+    CSmartPtr<CElement> m_element{new CElement("")};
+    CSmartPtr<CElementCol> m_items{new CElementCol("", "##any", "", 0, -1)};
+};
 
 struct Ships
 {
@@ -112,107 +115,76 @@ struct Ships
     CSerializationContext m_context;
 };
 
-struct Elements
+struct Values
 {
-    CSmartPtr<CElement> m_element{new CElement("")};
-    CSmartPtr<CElementCol> m_items{new CElementCol("", "##any", "", 0, -1)};
-    CSmartPtr<CdecimalCol> m_values{new CdecimalCol("v", "", 0, -1, "", -1, -1, "", "", "", "", -1,
-                                                    -1, -1, CWhitespaceUtils::WhitespaceRule_None,
-                                                    "")};
+    CBinaryData m_data;
+    CStringBuffer m_buffer;
+    QnVariant m_value;
+    CSmartPtr<CdecimalCol> m_decimals{new CdecimalCol("v", "", 0, -1, "", -1, -1, "", "", "", "",
+                                                      -1, -1, -1,
+                                                      CWhitespaceUtils::WhitespaceRule_None, "")};
 };
 
 } // namespace
 
-TEST(OutOfMemory, LeavesNoLeakAndAUsableDocument)
+TEST(OutOfMemory, LeavesNoLeakAndUsableTrees)
 {
-    FailEachAllocation<CXmlDocument>([](CXmlDocument& document) {
+    FailEachAllocation<Trees>([](Trees& trees) {
+        CXmlDocument& document = trees.m_document;
         document.LoadXmlStream(reinterpret_cast<const unsigned char*>(kXml), std::strlen(kXml));
-        const CXmlElement* p = document.GetDocumentElement();
-        const std::string strPath = p->GetFirstElement()->GetXPath();
+        std::string strResult = document.GetDocumentElement()->GetFirstElement()->GetXPath();
         document.LoadXml(std::wstring(kXml, kXml + std::strlen(kXml)).c_str());
-        return strPath + document.GetDocumentElement()->GetText() +
-               document.LookupNamespaceFromAlias("p");
-    });
-}
-
-TEST(OutOfMemory, LeavesNoLeakAndUsableElements)
-{
-    FailEachAllocation<Elements>([](Elements& elements) {
-        CXmlDocument document;
-        document.LoadXml(kXml);
-        elements.m_element->CopyXmlElement(document.GetDocumentElement());
-        return XmlOf(*elements.m_element);
-    });
-    FailEachAllocation<Nothing>([](Nothing&) {
-        const CSmartPtr<CElement> pElement(new CElement("root", "urn:root"));
-        pElement->FromXml(kXml);
-        pElement->GetAttributes()->Add("a", "1", "urn:a")->SetValue(kXml);
-        pElement->GetElements()->Add("child")->SetText(kXml);
-        const CSmartPtr<CElement> pCopy(new CElement(pElement.GetPtr(), ""));
-        return XmlOf(*pCopy) + XmlOf(*pElement->Clone());
-    });
-    FailEachAllocation<Elements>([](Elements& elements) {
-        CElementCol& items = *elements.m_items;
-        items.Clear();
-        items.Add(new CElement("a"));
-        items.Add("b", "")->GetAttributes()->Add(new CAttribute("c", "", ""));
-        return XmlOf(*items.Item(1)) + std::to_string(items.GetCount());
-    });
-    FailEachAllocation<Elements>([](Elements& elements) {
-        CdecimalCol& values = *elements.m_values;
-        values.Clear();
-        for (const char* psz : {"1", "2.50", "-12345678901234567890123456789.5"})
-            values.Add(CDecimal(psz));
-        return values.Item(0).ToString() + values.Item(2).ToString();
+        trees.m_element->CopyXmlElement(document.GetDocumentElement());
+        trees.m_element->GetAttributes()->Add("a", "1", "urn:a")->SetValue(kXml);
+        trees.m_items->Clear();
+        trees.m_items->Add(new CElement("a"));
+        trees.m_items->Add("b", "")->GetAttributes()->Add(new CAttribute("c", "", ""));
+        const CSmartPtr<CElement> pCopy(new CElement(trees.m_element.GetPtr(), ""));
+        strResult += XmlOf(*pCopy);
+        pCopy->FromXml(kXml);
+        return strResult + XmlOf(*pCopy->Clone()) + XmlOf(*trees.m_items->Item(1)) +
+               std::to_string(trees.m_items->GetCount());
     });
 }
 
 TEST(OutOfMemory, LeavesNoLeakAndUsableBoundObjects)
 {
     FailEachAllocation<Ships>([](Ships& ships) {
-        ships.m_copy->FromXml(XmlOf(*ships.m_ship).c_str(), ships.m_context);
-        return XmlOf(*ships.m_copy);
-    });
-    FailEachAllocation<Ships>([](Ships& ships) {
-        return TextOf(ships.m_ship->ToXmlStream(true, true, XmlEncoding_UTF8, EOLType_CRLF,
-                                                ships.m_context, CompressionType_ZLib));
-    });
-    FailEachAllocation<Ships>([](Ships& ships) {
-        ships.m_context.GetJsonContext().SetSupportRoundtrip(JsonRoundTrip_NoNamespaces);
-        const std::string strJson = ships.m_ship->ToJson(true, EOLType_LF, ships.m_context);
-        ships.m_copy->FromJson(strJson.c_str(), ships.m_context);
-        return XmlOf(*ships.m_copy);
-    });
-    FailEachAllocation<Ships>([](Ships& ships) {
-        ships.m_copy->FromXmlStream(ships.m_ship->ToFastInfosetStream(
-                                        FInfoDecl_None, ships.m_context, CompressionType_None),
-                                    ships.m_context);
-        return XmlOf(*ships.m_copy);
+        const CSerializationContext& context = ships.m_context;
+        const CBinaryData zipped = ships.m_ship->ToXmlStream(
+            true, true, XmlEncoding_UTF8, EOLType_CRLF, context, CompressionType_ZLib);
+        ships.m_copy->FromXmlStream(zipped, context);
+        std::string strResult = XmlOf(*ships.m_copy);
+        context.GetJsonContext().SetSupportRoundtrip(JsonRoundTrip_NoNamespaces);
+        ships.m_copy->FromJson(ships.m_ship->ToJson(true, EOLType_LF, context).c_str(), context);
+        strResult += XmlOf(*ships.m_copy);
+        ships.m_copy->FromXmlStream(
+            ships.m_ship->ToFastInfosetStream(FInfoDecl_None, context, CompressionType_None),
+            context);
+        return strResult + XmlOf(*ships.m_copy);
     });
 }
 
 TEST(OutOfMemory, LeavesNoLeakAndUsableValues)
 {
-    FailEachAllocation<CBinaryData>([](CBinaryData& data) {
-        data.SetBuffer("some bytes");
-        const CBinaryData shared(data);
-        data.Append(data);
-        data.SetAsBase64(data.GetAsBase64().c_str());
-        data.SetAsHexString(data.GetAsHexString().c_str());
-        return TextOf(data) + TextOf(shared);
-    });
-    FailEachAllocation<CStringBuffer>([](CStringBuffer& buffer) {
-        buffer.SetText(kXml);
-        buffer.Append(kXml);
-        buffer.SetText(buffer.GetText());
-        return std::string(buffer.GetText());
-    });
-    FailEachAllocation<QnVariant>([](QnVariant& value) {
-        value.SetString(kXml);
+    FailEachAllocation<Values>([](Values& values) {
+        values.m_data.SetBuffer("some bytes");
+        const CBinaryData shared(values.m_data);
+        values.m_data.Append(values.m_data);
+        values.m_data.SetAsBase64(values.m_data.GetAsBase64().c_str());
+        values.m_data.SetAsHexString(values.m_data.GetAsHexString().c_str());
+        values.m_buffer.SetText(kXml);
+        values.m_buffer.Append(kXml);
+        values.m_buffer.SetText(values.m_buffer.GetText());
+        values.m_value.SetString(kXml);
         QnVariant other;
         other.SetDecimal(CDecimal("12345678901234567890123456789.5"));
-        other = value;
-        return other.GetString();
+        other = values.m_value;
+        values.m_decimals->Clear();
+        for (const char* psz : {"1", "-12345678901234567890123456789.5"})
+            values.m_decimals->Add(CDecimal(psz));
+        return TextOf(values.m_data) + TextOf(shared) + values.m_buffer.GetText() +
+               other.GetString() + values.m_decimals->Item(1).ToString();
     });
     FailEachAllocation<CSerializationContext>([](CSerializationContext& context) {
         context.GetNamespaceAliases().Add("p", "urn:a namespace not too short");
@@ -220,12 +192,9 @@ TEST(OutOfMemory, LeavesNoLeakAndUsableValues)
         context.GetJsonContext().SetRootElementName("a name that is not short");
         CSerializationContext copy(context);
         copy = context;
-        return copy.GetNamespaceAliases().GetNamespaceAt(0);
-    });
-    FailEachAllocation<Nothing>([](Nothing&) {
         const CQnValidationException inner(kXml, "/a path that is not short");
         const CQnException outer("the outer message, long", inner);
         const std::unique_ptr<CQnException> pClone(outer.Clone());
-        return pClone->GetFullMessage();
+        return copy.GetNamespaceAliases().GetNamespaceAt(0) + pClone->GetFullMessage();
     });
 }
