@@ -27,31 +27,6 @@ void Check(const char* pszTable, const CFastInfosetContext& context = {})
 
 } // namespace
 
-TEST(FastInfosetWriter, AnXmlDeclarationStandsAheadOfTheHeader)
-{
-    const char* const apszDeclarations[] = {
-        "",
-        "<?xml encoding='finf'?>",
-        "<?xml encoding='finf' standalone='yes'?>",
-        "<?xml encoding='finf' standalone='no'?>",
-        "<?xml version='1.0' encoding='finf'?>",
-        "<?xml version='1.0' encoding='finf' standalone='yes'?>",
-        "<?xml version='1.0' encoding='finf' standalone='no'?>",
-        "<?xml version='1.1' encoding='finf'?>",
-        "<?xml version='1.1' encoding='finf' standalone='yes'?>",
-        "<?xml version='1.1' encoding='finf' standalone='no'?>",
-    };
-    for (int i = -1; i <= 10; ++i) { // the first and the last number are no declarations
-        const std::string strDeclaration = apszDeclarations[i < 0 || i > 9 ? 0 : i];
-        const Output output = Written([i](auto& w) {
-            w.WriteStartDocument(static_cast<FInfoDecl>(i));
-            Do(w, "<r > end");
-        });
-        EXPECT_EQ(output.strOctets, strDeclaration + Bytes("E0 00 00 01 00 38 F0 3C 00 'r' FF"));
-        EXPECT_EQ(Read(output.strOctets), "r");
-    }
-}
-
 TEST(FastInfosetWriter, AGeneratedVocabularyIsNamedAndUsed)
 {
     CFastInfosetContext context;
@@ -176,40 +151,28 @@ TEST(FastInfosetWriter, ShortValuesEnterTheTables)
 // In values the number less one lies in 4 + 4 bits, in chunks in 2 + 6.
 TEST(FastInfosetWriter, EncodedValuesNameTheirAlphabetOrAlgorithm)
 {
-    struct Row
-    {
-        const char* pszText;
-        CFastInfosetContext::EncodedCharacterString encoding;
-        const char* pszValue;
-        const char* pszChunk;
-    };
-    const Row rows[] = {
-        {"42", {1, 1}, "60 00 42", "98 00 42"},
-        {"123", {1, 1}, "60 01 12 3F", "98 01 12 3F"},
-        {"12:00", {1, 2}, "60 12 12 B0 0F", "98 06 00 12 B0 0F"},
-        {"AB", {2, 1}, "70 00 AB", "9C 00 AB"},
-        {"AQI=", {2, 2}, "70 11 01 02", "9C 05 01 02"},
-        {"-1", {2, 3}, "70 21 FF FF", "9C 09 FF FF"},
-        {"1", {2, 4}, "70 33 00 00 00 01", "9C 0E 01 00 00 00 01"},
-        {"-2", {2, 5}, "70 47 7*FF FE", "9C 12 05 7*FF FE"},
-        {"true", {2, 6}, "70 50 38", "9C 14 38"},
-        {"1.5", {2, 7}, "70 63 3F C0 00 00", "9C 1A 01 3F C0 00 00"},
-        {"1.5", {2, 8}, "70 77 3F F8 6*00", "9C 1E 05 3F F8 6*00"},
-        {"00112233445566778899AABBCCDDEEFF",
-         {2, 9},
-         "30 88 07 00 11 22 33 44 55 66 77 88 99 AA BB CC DD EE FF",
-         "8C 22 0D 00 11 22 33 44 55 66 77 88 99 AA BB CC DD EE FF"},
-        {"<a>", {2, 10}, "70 92 '<a>'", "9C 26 00 '<a>'"},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.pszText);
+    // The encoding, 1 for alphabets and 2 for algorithms; the text; as a value; as a chunk.
+    for (const auto& [strEncoding, strText, strValue, strChunk] : Table<4>(R"(
+        1 1  | 42    | 60 00 42             | 98 00 42
+        1 1  | 123   | 60 01 12 3F          | 98 01 12 3F
+        1 2  | 12:00 | 60 12 12 B0 0F       | 98 06 00 12 B0 0F
+        2 1  | AB    | 70 00 AB             | 9C 00 AB
+        2 2  | AQI=  | 70 11 01 02          | 9C 05 01 02
+        2 3  | -1    | 70 21 FF FF          | 9C 09 FF FF
+        2 4  | 1     | 70 33 00 00 00 01    | 9C 0E 01 00 00 00 01
+        2 5  | -2    | 70 47 7*FF FE        | 9C 12 05 7*FF FE
+        2 6  | true  | 70 50 38             | 9C 14 38
+        2 7  | 1.5   | 70 63 3F C0 00 00    | 9C 1A 01 3F C0 00 00
+        2 8  | 1.5   | 70 77 3F F8 6*00     | 9C 1E 05 3F F8 6*00
+        2 9  | 01010101010101010101010101010101 | 30 88 07 16*01 | 8C 22 0D 16*01
+        2 10 | <a>   | 70 92 '<a>'          | 9C 26 00 '<a>'
+    )")) {
         CFastInfosetContext context;
-        context.SetEncoding(it_char, row.encoding);
-        const std::string strText = row.pszText;
+        context.SetEncoding(it_char, {strEncoding[0] - '0', std::stoul(strEncoding.substr(2))});
         const std::string strOctets =
             Written("doc <r @k=(char)" + strText + " '(char)" + strText + " > end", context);
-        EXPECT_EQ(strOctets, Bytes("E0 00 00 01 00 78 F0 3C 00 'r' 78 00 'k' " +
-                                   std::string(row.pszValue) + " F0 " + row.pszChunk + " FF"));
+        EXPECT_EQ(strOctets, Bytes("E0 00 00 01 00 78 F0 3C 00 'r' 78 00 'k' " + strValue + " F0 " +
+                                   strChunk + " FF"));
         EXPECT_EQ(Read(strOctets), "r[k='" + strText + "'] '" + strText + "'");
     }
     // A value is entered as its text and found whatever the type.

@@ -7,12 +7,10 @@ using namespace Fi;
 
 namespace {
 
-// The text with each mark in it replaced.
-std::string Filled(std::string str, char cMark, const std::string& strFill)
+// The text with another one in place of its percent sign.
+std::string Filled(std::string str, const std::string& strText)
 {
-    for (std::size_t n = 0; (n = str.find(cMark, n)) != std::string::npos; n += strFill.size())
-        str.replace(n, 1, strFill);
-    return str;
+    return str.replace(str.find('%'), 1, strText);
 }
 
 } // namespace
@@ -70,48 +68,27 @@ TEST(WrittenDocuments, EveryOctetHasItsReason)
 
 TEST(WrittenDocuments, LengthsFollowTheirBands)
 {
-    // # stands for the octets of the length, % for the text.
-    struct Place
-    {
-        const char* pszSteps;
-        const char* pszOctets;
-        const char* pszTree;
-    };
-    const std::map<std::string, Place> mapPlaces = {
-        {"name", {"<% pi", "38 F0 3C #", "%"}},
-        {"value", {"<r @k=%", "78 F0 3C 00 'r' 78 00 'k' #", "r[k='%']"}},
-        {"chunk", {"<r '%", "38 F0 3C 00 'r' #", "r '%'"}},
-    };
-    for (const auto& [strPlace, strLength, strOctets] : Table<3>(R"(
-        name  | 1     | 00
-        name  | 64    | 3F
-        name  | 65    | 40 00
-        name  | 320   | 40 FF
-        name  | 321   | 60 00 00 00 00
-        name  | 65536 | 60 00 00 FE BF
-        value | 1     | 40
-        value | 8     | 07
-        value | 9     | 08 00
-        value | 264   | 08 FF
-        value | 265   | 0C 00 00 00 00
-        value | 65536 | 0C 00 00 FE F7
-        chunk | 1     | 90
-        chunk | 2     | 91
-        chunk | 3     | 92 00
-        chunk | 258   | 82 FF
-        chunk | 259   | 83 00 00 00 00
-        chunk | 65536 | 83 00 00 FE FD
+    // Steps and tree with % for the text; what stands ahead of the length and behind the text; each
+    // length with its octets.
+    for (const auto& [strSteps, strTree, strAhead, strBehind, strLengths] : Table<5>(R"(
+        <% > end      | %        | 38 F0 3C                  | FF
+        | 1=00 64=3F 65=4000 320=40FF 321=6000000000 65536=600000FEBF
+        <r @k=% > end | r[k='%'] | 78 F0 3C 00 'r' 78 00 'k' | F0 FF
+        | 1=40 5=44 6=05 8=07 9=0800 264=08FF 265=0C00000000 65536=0C0000FEF7
+        <r '% > end   | r '%'    | 38 F0 3C 00 'r'           | FF
+        | 1=90 2=91 3=9200 5=9202 6=8203 258=82FF 259=8300000000 65536=830000FEFD
     )")) {
-        SCOPED_TRACE(strPlace + ' ' + strLength);
-        const Place& place = mapPlaces.at(strPlace);
-        const std::string strText(std::stoul(strLength), 'x');
-        const std::string strWritten = Written("doc " + Filled(place.pszSteps, '%', strText));
-        const std::string strAhead =
-            Bytes("E0 00 00 01 00" + Filled(place.pszOctets, '#', strOctets));
-        EXPECT_EQ(strWritten.substr(0, strAhead.size()), strAhead);
-        EXPECT_TRUE(strWritten.substr(strAhead.size()) == strText);
-        EXPECT_EQ(Read(strWritten + Bytes(strPlace == "value" ? "F0 FF" : "FF")),
-                  Filled(place.pszTree, '%', strText));
+        std::istringstream lengths(strLengths);
+        for (std::string strLength; lengths >> strLength;) {
+            SCOPED_TRACE(strSteps + ' ' + strLength);
+            const std::string strText(std::stoul(strLength), 'x');
+            const std::string strOctets = Written("doc " + Filled(strSteps, strText));
+            const std::string strHead = Bytes("E0 00 00 01 00 " + strAhead) +
+                                        Bytes(strLength.substr(strLength.find('=') + 1));
+            EXPECT_EQ(strOctets.substr(0, strHead.size()), strHead);
+            EXPECT_TRUE(strOctets.substr(strHead.size()) == strText + Bytes(strBehind));
+            EXPECT_TRUE(Read(strOctets) == Filled(strTree, strText));
+        }
     }
 }
 
