@@ -37,7 +37,8 @@ TEST(EncodedData, AValueHasTheOctetsOfItsAlgorithm)
         6 |             | 2C                       | truetrue
         6 |             | 7B 00                    | truefalsetruetrue false
         6 |             | 8F FF                    | truetruetruetrue
-        6 |             | 7F 00 80    | truetruetruetrue falsefalsefalsefalsefalsefalsefalsefalse true
+        6 |             | 7F 00 80
+        | truetruetruetrue falsefalsefalsefalsefalsefalsefalsefalse true
         6 |             | 40
         6 |             | 50
         6 |             | 9F FF

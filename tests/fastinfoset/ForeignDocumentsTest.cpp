@@ -301,8 +301,8 @@ TEST(ForeignDocuments, TheFirstBytesTellFastInfoset)
 
 TEST(FastInfosetReader, EveryOtherPatternOfALengthOrAnIndexIsRefused)
 {
-    // What stands ahead; the octets to try; those of them that are refused; the reason; what becomes
-    // of the others with three zero octets behind them.
+    // What stands ahead; the octets to try; those of them that are refused; the reason; what
+    // becomes of the others with three zero octets behind them.
     for (const auto& row : Table<5>(R"(
         3C                  | 00 7F | 41 5F 61 7F
         | Invalid NonEmptyOctetString type  on the second bit of an octet. | Unexpected End of File.

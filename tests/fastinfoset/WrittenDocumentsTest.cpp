@@ -117,18 +117,18 @@ TEST(WrittenDocuments, IndexesFollowTheirBands)
         }
     };
     constexpr unsigned int kFull = 1048576;
-    check(
-        kFull, [](auto& vocabulary, const auto& str) { vocabulary.AddElement("", "", str); },
-        {
-            // The writer's last band is read as the next name, as the standard has it.
-            {"<32 <33 > <2080 > <2081 > <526368 > <526369 > > end",
-             "38 F0 1F 20 00 F0 27 FF F0 28 00 00 F0 2F FF FF F0 30 00 00 01 FF F0",
-             "32 (33 2080 2081 526368 526370)"},
-            // A full table, which a further name doesn't enter.
-            {nullptr, "1F 30 00 00 00 F0 30 07 F7 DF F0 3C 00 'x' FF F0", "32 (526369 1048576 x)"},
-            {nullptr, "3C 00 'x' 30 07 F7 E0",
-             "<Failed to parse FastInfoset. Index out of range.>"},
-        });
+    check(kFull, [](auto& vocabulary, const auto& str) { vocabulary.AddElement("", "", str); },
+          {
+              // The writer's last band is read as the next name, as the standard has it.
+              {"<32 <33 > <2080 > <2081 > <526368 > <526369 > > end",
+               "38 F0 1F 20 00 F0 27 FF F0 28 00 00 F0 2F FF FF F0 30 00 00 01 FF F0",
+               "32 (33 2080 2081 526368 526370)"},
+              // A full table, which a further name doesn't enter.
+              {nullptr, "1F 30 00 00 00 F0 30 07 F7 DF F0 3C 00 'x' F0 30 07 F7 DF FF F0",
+               "32 (526369 1048576 x 1048576)"},
+              {nullptr, "3C 00 'x' 30 07 F7 E0",
+               "<Failed to parse FastInfoset. Index out of range.>"},
+          });
     check(8257, [](auto& vocabulary, const auto& str) { vocabulary.AddAttribute("", "", str); },
           {
               {"<r @64= @65= @8256= @8257= > end",

@@ -77,10 +77,14 @@ TEST(FindReplace, TextMadeByAReplacementIsSearchedAgain)
         const char *find, *replace, *result;
     };
     const Row rows[] = {
-        {"aXbXc", "X", "-", "a-b-c"},    {"XXX", "X", "", ""},      {"aab", "ab", "b", "b"},
-        {"aabbc", "ab", "", "c"},        {"aaaaa", "aa", "a", "a"}, {"none", "abc", "-", "none"},
-        {"abab", "ab", "aab", "aabaab"}, // one pass: the replacement holds the searched text
+        {"aXbXc", "X", "-", "a-b-c"},
+        {"XXX", "X", "", ""},
+        {"aabbc", "ab", "", "c"},
+        {"aaaaa", "aa", "a", "a"},
+        {"none", "abc", "-", "none"},
         {"abc", "", "-", "abc"},
+        // One pass: the replacement holds the searched text.
+        {"abab", "ab", "aab", "aabaab"},
     };
     for (Row row : rows) {
         const auto widen = [](const std::string& str) {
