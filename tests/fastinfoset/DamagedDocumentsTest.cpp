@@ -80,13 +80,18 @@ const std::vector<std::string>& Corpus()
     return vecDocuments;
 }
 
+void Load(CXmlDocument& document, const std::string& strBytes)
+{
+    document.LoadXmlStream(reinterpret_cast<const unsigned char*>(strBytes.data()),
+                           strBytes.size());
+}
+
 // The tree that a load makes of the bytes, or the message of its failure.
 std::string Loaded(const std::string& strBytes)
 {
     CXmlDocument document;
     try {
-        document.LoadXmlStream(reinterpret_cast<const unsigned char*>(strBytes.data()),
-                               strBytes.size());
+        Load(document, strBytes);
     }
     catch (const CQnException& e) {
         return '<' + e.GetMessage() + '>';
@@ -242,12 +247,9 @@ TEST(DamagedDocuments, DepthCostsNoStack)
     };
     RunOnSmallStack([&] {
         CXmlDocument document;
-        const auto load = [&](const std::string& str) {
-            document.LoadXmlStream(reinterpret_cast<const unsigned char*>(str.data()), str.size());
-        };
         for (const std::string& strStart : astrStarts) {
-            EXPECT_THROW(load(strStart), CQnException);
-            load(strStart + Repeated(Bytes("FF"), kDepth / 2) + Bytes("F0"));
+            EXPECT_THROW(Load(document, strStart), CQnException);
+            Load(document, strStart + Repeated(Bytes("FF"), kDepth / 2) + Bytes("F0"));
             std::size_t nDepth = 0;
             for (const CXmlElement* p = document.GetDocumentElement(); (p = p->GetFirstElement());)
                 ++nDepth;
@@ -263,11 +265,9 @@ TEST(DamagedDocuments, ALoadFindsTheFormatFromTheDataAndTriesNoOther)
     EXPECT_EQ(Loaded(strDocument), strTree);
     EXPECT_EQ(Loaded("<a>text</a>"), "a 'text'");
     for (const CompressionType eType : {CompressionType_GZip, CompressionType_ZLib}) {
-        CBinaryData data;
-        data.SetBuffer(reinterpret_cast<const unsigned char*>(strDocument.data()),
-                       strDocument.size());
+        CBinaryData data = ToData(strDocument);
         CQnZip::CompressData(data, eType);
-        const std::string strPacked = ToString(data);
+        const std::string strPacked = ToText(data);
         EXPECT_EQ(Loaded(strPacked + "more"), strTree);
         for (std::size_t n = 0; n < strPacked.size(); ++n)
             EXPECT_EQ(Loaded(strPacked.substr(0, n))[0], '<') << n;

@@ -10,8 +10,7 @@ namespace {
 
 CFastInfosetBinaryData Data(const std::string& strOctets)
 {
-    std::string str = Bytes(strOctets);
-    return CFastInfosetBinaryData(reinterpret_cast<unsigned char*>(str.data()), str.size(), false);
+    return CFastInfosetBinaryData(ToData(Bytes(strOctets)));
 }
 
 } // namespace
@@ -55,7 +54,7 @@ TEST(EncodedData, AValueHasTheOctetsOfItsAlgorithm)
         if (!strText.empty()) {
             CFastInfosetBinaryData data("what was there before");
             data.SetAsEncodedString(iAlgorithm, strText.c_str());
-            EXPECT_EQ(ToString(data), Bytes(strOctets));
+            EXPECT_EQ(ToText(data), Bytes(strOctets));
         }
         if (!strOctets.empty()) {
             EXPECT_EQ(Data(strOctets).GetAsString(iAlgorithm), strRead.empty() ? strText : strRead);

@@ -29,17 +29,6 @@ enum Encodings
     kSuggestedNoTimes // the same, with dates and times as texts
 };
 
-void Set(const CSerializationContext& context, Encodings encodings)
-{
-    CFastInfosetContext& fi = context.GetFIContext();
-    if (encodings != kTexts)
-        fi.SetSuggestedValues();
-    if (encodings == kSuggestedNoTimes) {
-        for (const ItemType eType : {it_datetime, it_time, it_date})
-            fi.SetEncoding(static_cast<unsigned long>(eType), {0, 0});
-    }
-}
-
 std::string Xml(const CXmlObjectBase& object)
 {
     return object.ToXml(false, false, EOLType_LF, CSerializationContext::m_defaultContext);
@@ -58,7 +47,11 @@ Trip Send(CXmlObjectBase& object, CXmlObjectBase& copy, Encodings encodings,
 {
     CSerializationContext context;
     context.SetDefaultNamespaceURI(pszDefaultNamespace);
-    Set(context, encodings);
+    if (encodings != kTexts)
+        context.GetFIContext().SetSuggestedValues();
+    if (encodings == kSuggestedNoTimes)
+        for (const ItemType eType : {it_datetime, it_time, it_date})
+            context.GetFIContext().SetEncoding(static_cast<unsigned long>(eType), {0, 0});
     copy.FromXmlStream(object.ToFastInfosetStream(FInfoDecl_None, context, CompressionType_None),
                        context);
     return {Xml(object), Xml(copy)};

@@ -261,7 +261,7 @@ TEST(FastInfosetWriter, SettingsThatNoFormHasAreRefused)
     CBinaryStream stream;
     CFastInfosetContext context;
     CFastInfosetWriter writer(context, stream);
-    EXPECT_EQ(ToString(writer.AppendRestrictedAlphabetString(1, "1e2 ")), "\x1D\x2E");
+    EXPECT_EQ(ToText(writer.AppendRestrictedAlphabetString(1, "1e2 ")), "\x1D\x2E");
     EXPECT_EQ(writer.AppendRestrictedAlphabetString(2, nullptr).GetLength(), 0u);
     Model::ExpectFailure<CQnException>(
         [&] { writer.AppendRestrictedAlphabetString(3, "1"); },

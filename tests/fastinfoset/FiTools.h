@@ -8,6 +8,7 @@
 #include "QnXmlLib16/xml/XmlAttribute.h"
 #include "QnXmlLib16/xml/XmlDocument.h"
 #include "QnXmlLib16/xml/XmlElement.h"
+#include "tests/support/Text.h"
 
 #include <algorithm>
 #include <array>
@@ -95,11 +96,6 @@ inline std::string Bytes(const std::string& strOctets)
     return strBytes;
 }
 
-inline std::string ToString(const CBinaryData& data)
-{
-    return std::string(reinterpret_cast<const char*>(data.GetData()), data.GetLength());
-}
-
 using Steps = std::function<void(CFastInfosetWriter&)>;
 
 // Makes the writer do what the words say, see the verbs. Behind a verb of one letter may stand
@@ -174,7 +170,7 @@ inline Output Written(const Steps& steps, const CFastInfosetContext& context = {
     catch (const CQnException& e) {
         strFailure = '<' + e.GetMessage() + '>';
     }
-    return {ToString(stream.GetBinaryStream()), strFailure};
+    return {ToText(stream.GetBinaryStream()), strFailure};
 }
 
 // The octets of steps that have to succeed.

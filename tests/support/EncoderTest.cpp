@@ -1,6 +1,7 @@
 #include "QnXmlLib16/support/Encoder.h"
 
 #include "tests/support/Scoped.h"
+#include "tests/support/Text.h"
 
 #include <cstring>
 #include <gtest/gtest.h>
@@ -9,11 +10,6 @@
 using namespace QnXmlLib16;
 
 namespace {
-
-std::string ToText(const CBinaryData& data)
-{
-    return std::string(reinterpret_cast<const char*>(data.GetData()), data.GetLength());
-}
 
 std::wstring ToWide(const CBinaryData& data)
 {

@@ -12,6 +12,7 @@
 #include "QnXmlLib16/xml/XmlDocument.h"
 #include "QnXmlLib16/xml/XmlElement.h"
 #include "tests/model/Ship.h"
+#include "tests/support/Text.h"
 
 #include <gtest/gtest.h>
 
@@ -57,11 +58,6 @@ namespace {
 std::string XmlOf(const CXmlObjectBase& object)
 {
     return object.ToXml(true, true, EOLType_LF, CSerializationContext::m_defaultContext);
-}
-
-std::string TextOf(const CBinaryData& data)
-{
-    return std::string(reinterpret_cast<const char*>(data.GetData()), data.GetLength());
 }
 
 const char* const kXml =
@@ -183,7 +179,7 @@ TEST(OutOfMemory, LeavesNoLeakAndUsableValues)
         values.m_decimals->Clear();
         for (const char* psz : {"1", "-12345678901234567890123456789.5"})
             values.m_decimals->Add(CDecimal(psz));
-        return TextOf(values.m_data) + TextOf(shared) + values.m_buffer.GetText() +
+        return ToText(values.m_data) + ToText(shared) + values.m_buffer.GetText() +
                other.GetString() + values.m_decimals->Item(1).ToString();
     });
     FailEachAllocation<CSerializationContext>([](CSerializationContext& context) {

@@ -2,6 +2,7 @@
 
 #include "QnXmlLib16/values/BinaryData.h"
 #include "tests/model/Failure.h"
+#include "tests/support/Text.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>
@@ -21,11 +22,6 @@ std::string MakeText(int iLines)
     for (int i = 0; i < iLines; ++i)
         strResult += "<point number=\"" + std::to_string(i * 7919 % 10007) + "\"/>\n";
     return strResult;
-}
-
-std::string ToText(const CBinaryData& data)
-{
-    return std::string(reinterpret_cast<const char*>(data.GetData()), data.GetLength());
 }
 
 std::string Compressed(const std::string& strText, CompressionType eType)

@@ -3,6 +3,7 @@
 
 #include "tests/model/Failure.h"
 #include "tests/support/Scoped.h"
+#include "tests/support/Text.h"
 
 #include <gtest/gtest.h>
 
@@ -13,11 +14,6 @@ namespace {
 
 constexpr XmlEncoding kEncodings[] = {XmlEncoding_None, XmlEncoding_UTF8, XmlEncoding_UTF16,
                                       XmlEncoding_Wide};
-
-std::string ToText(const CBinaryData& data)
-{
-    return std::string(reinterpret_cast<const char*>(data.GetData()), data.GetLength());
-}
 
 std::string FileFailure(const char* pszPath)
 {
