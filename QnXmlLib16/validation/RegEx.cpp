@@ -77,7 +77,7 @@ PatternPtr Compile(const std::string& pattern, const std::string& value)
     PatternPtr pPattern(
         pcre_compile(pattern.c_str(), PCRE_UTF8 | PCRE_ANCHORED, &pszError, &iOffset, nullptr));
     // Deliberate: the first %s is the value, whatever the words promise. Pinned by
-    // RegEx.AnInvalidPatternNamesTheValue.
+    // RegEx.SomeSchemaFormsAreRefusedAfterTranslation.
     if (!pPattern)
         throw CQnException(
             FormatString("Invalid Regular Expression: %s Error: '%s'", value.c_str(), pszError));

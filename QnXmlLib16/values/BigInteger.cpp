@@ -329,7 +329,7 @@ CBigInteger::CBigInteger(int nValue)
 
 // Deliberate: a long keeps its sign and the low 32 bits of its magnitude, so that 4294967297 gives 1
 // and -4294967296 a negative zero. The long long forms are exact.
-// Pinned by BigIntegerBuilding.LongIsCutTo32Bits.
+// Pinned by BigIntegerBuilding.CutsLongsAndRoundsDoubles.
 CBigInteger::CBigInteger(long nValue)
 {
     m_number.nSign = SignOf(nValue < 0);
@@ -344,7 +344,8 @@ CBigInteger::CBigInteger(long long nValue)
     SetDigits(DigitsOf(nValue < 0 ? 0ULL - nBits : nBits));
 }
 
-// Deliberate: cut to 32 bits, as the signed form. Pinned by BigIntegerBuilding.LongIsCutTo32Bits.
+// Deliberate: cut to 32 bits, as the signed form. Pinned by
+// BigIntegerBuilding.CutsLongsAndRoundsDoubles.
 CBigInteger::CBigInteger(unsigned long nValue)
 {
     SetDigits(DigitsOf(static_cast<unsigned int>(nValue)));
@@ -485,7 +486,7 @@ CBigInteger CBigInteger::GetNegative() const
 }
 
 // Deliberate: the unary minus changes its operand, so that b = -a negates a as well; GetNegative
-// doesn't. Pinned by BigIntegerSigns.UnaryMinusFlipsItsOperand.
+// doesn't. Pinned by BigIntegerSigns.NegativeZeroIsEqualToZeroAndBelowIt.
 CBigInteger& CBigInteger::operator-()
 {
     Negate();
@@ -550,7 +551,8 @@ CBigInteger CBigInteger::operator-(const CBigInteger& right) const
 CBigInteger CBigInteger::operator*(const CBigInteger& right) const
 {
     // Deliberate: a zero product takes the product of the signs too, and so may be a negative zero;
-    // decimals keep the sign of -0.5 there. Pinned by BigIntegerSigns.OfZeroResults.
+    // decimals keep the sign of -0.5 there. Pinned by
+    // BigIntegerSigns.NegativeZeroIsEqualToZeroAndBelowIt.
     return CBigInteger(m_number.nSign * right.m_number.nSign,
                        MultiplyRuns({GetLow(), GetEnd()}, {right.GetLow(), right.GetEnd()}));
 }
@@ -649,7 +651,7 @@ CBigInteger CBigInteger::SquareRoot() const
         x = (top.SquareRoot() + CBigInteger(1)) * Pow10(nDropped);
     }
     // Deliberate: the root of 0 brings x down to 0, and the division by it fails.
-    // Pinned by BigIntegerSquareRoot.OfZeroFailsInTheDivision.
+    // Pinned by BigIntegerDivision.OnlyTheSlashTakesNegativeDivisors.
     const CBigInteger two(2);
     CBigInteger previous;
     do {
@@ -774,7 +776,7 @@ void CBigInteger::BuildDouble(double dValue, Digits& vecDigits)
     }
     // Deliberate: both steps are taken in double. From 2^52 on the half that is taken off makes odd
     // values even, and beyond 2^53 the digits of repeated division are not the exact expansion.
-    // Pinned by BigIntegerBuilding.DoubleBeyondItsPrecision.
+    // Pinned by BigIntegerBuilding.CutsLongsAndRoundsDoubles.
     double dRest = std::ceil(dValue - 0.5);
     do {
         vecDigits.push_back(dRest > 0 ? static_cast<char>(std::fmod(dRest, 10)) : 0);
@@ -788,7 +790,7 @@ CBigInteger CBigInteger::Quotient(const CBigInteger& right) const
         return CBigInteger();
     }
     // Deliberate: 1 / -2 is a negative zero, 0 / -2 is not.
-    // Pinned by BigIntegerSigns.OfZeroResults.
+    // Pinned by BigIntegerSigns.NegativeZeroIsEqualToZeroAndBelowIt.
     return CBigInteger(
         m_number.nSign * right.m_number.nSign,
         DivideRuns({GetLow(), GetEnd()}, {right.GetLow(), right.GetEnd()}).vecQuotient);

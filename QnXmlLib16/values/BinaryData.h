@@ -73,7 +73,7 @@ public:
     virtual ~CBinaryData();
 
     // Deliberate: clears first and reads the other handle after, so a = a empties a. Pinned by
-    // BinaryData.SelfAssignmentEmpties.
+    // BinaryData.CopiesShareUntilOneIsWritten.
     CBinaryData& operator=(const CBinaryData& other);
 
     void Clear();

@@ -201,7 +201,7 @@ std::string PrintFloating(T value, const std::string& format, int nDigits)
         return std::string(buffer, end.ptr);
     }
     // Deliberate: a format that asks for more than the buffer holds is cut, without a failure.
-    // Pinned by Conversions.AFormatOfTheCallerIsCutAtTheBuffer.
+    // Pinned by Conversions.FloatingPrintsAsPrintfDoes.
     const CPointScope scope;
     const int nLength =
         std::snprintf(buffer, nBufferSize, format.c_str(), static_cast<double>(value));
@@ -300,7 +300,7 @@ std::string CConversions::durationToString(const CDateTimeSpan& value)
 }
 
 // Deliberate: none of the five looks at the kind, so a time given to dateToString prints as a
-// time. Pinned by Conversions.TheKindOfADateDecidesItsForm.
+// time. Pinned by Conversions.PartsOfADateAreNumbers.
 std::string CConversions::yearMonthToString(const CDateTime& value)
 {
     return value.ToString("s");

@@ -424,7 +424,7 @@ void CDateTime::SetDateTime(const CDateTime& source, DTType kind)
     CheckConversion(source.m_type, kind);
     // Deliberate: fields that the kind lacks are kept, unseen, and nothing is validated: a date made
     // from a dateTime still holds the hour, and Validate refuses it. Pinned by
-    // DateConversion.KeepsTheFieldsThatTheKindLacks.
+    // DateConversion.NeedsTheFieldsOfTheNewKindAndKeepsTheOthers.
     *this = source;
     m_type = kind;
 }
@@ -813,7 +813,7 @@ void CDateTime::SetZone(const char* zone, std::size_t length)
         return;
     }
     // Deliberate: what starts no zone is ignored, and so is what stands behind a "Z": "12:00:00abc"
-    // is noon without a zone. Pinned by DateParsing.IgnoresWhatStartsNoZone.
+    // is noon without a zone. Pinned by DateParsing.TakesAZoneOnEitherSide.
     if (zone[0] != '+' && zone[0] != '-')
         return;
 
@@ -1015,7 +1015,7 @@ CDateTime& CDateTime::operator-=(const CDateTimeSpan& span)
 CDateTimeSpan CDateTime::operator-(const CDateTime& /*other*/) const
 {
     // Deliberate: a difference of dates is always the empty span. Pinned by
-    // DateArithmetic.TheDifferenceOfTwoDatesIsEmpty.
+    // DateArithmetic.TakesAnyKindAndValidatesNothing.
     return CDateTimeSpan();
 }
 
@@ -1092,7 +1092,7 @@ int CDateTime::CompareTo(const CDateTime& other) const
     // Deliberate: the second trial shifts the value that the first one shifted, so it stands where
     // it stood at first and not 14 hours later. A zoned value behind an unzoned one by a second is
     // after it, one before it by up to 14 hours is not comparable. Pinned by
-    // DateOrder.AZoneOnOneSideLeavesFourteenHoursOpen.
+    // DateOrder.GoesByFieldsFromTheYearDown.
     CDateTime& unzoned = a.m_bZonePresent ? b : a;
     const int early = a.m_bZonePresent ? 1 : 2;
     const int late = a.m_bZonePresent ? 2 : 1;

@@ -79,7 +79,7 @@ void CDateTimeSpan::SetDateTimeSpan(unsigned long hours, unsigned long long minu
 CDateTimeSpan CDateTimeSpan::GetAsNegative() const
 {
     // Deliberate: sets the sign and does not flip it, so taking a negative span from a date moves
-    // the date back as well. Pinned by DateArithmetic.MinusMovesBackWhateverTheSignOfTheSpan.
+    // the date back as well. Pinned by DateArithmetic.TakesAnyKindAndValidatesNothing.
     CDateTimeSpan span(*this);
     span.m_bNegative = true;
     return span;
@@ -230,7 +230,7 @@ std::string CDateTimeSpan::ToString() const
         }
     }
     // Deliberate: an empty span is left at "P", which ParseXSDDuration refuses. Pinned by
-    // DurationParsing.AnEmptySpanPrintsWhatTheParserRefuses.
+    // DurationFields.AreMagnitudesUnderOneSign.
     return std::string(buffer, out);
 }
 

@@ -236,7 +236,7 @@ double CDecimal::ToDouble() const
 long CDecimal::ToLong() const
 {
     // Deliberate: the bounds are those of 32 bits, narrower than long.
-    // Pinned by DecimalConversions.FailOutsideTheirBounds.
+    // Pinned by DecimalConversions.LongLongCutsWhereLongRounds.
     const CBigInteger value = ToBigInteger();
     if (!value.IsInt32()) {
         throw CQnOverFlowException("The Decimal value if to large to fit into a LONG");

@@ -252,7 +252,7 @@ QnVariant& QnVariant::operator=(QnVariant&& other) noexcept
 void QnVariant::Clear()
 {
     // Deliberate: without a type the nil flag stays, also through the setters, which clear first.
-    // Pinned by QnVariant.WithoutATypeTheNilFlagStays.
+    // Pinned by QnVariant.WithoutATypeThereIsNoTextAndTheNilFlagStays.
     if (m_type == it_none)
         return;
     if (m_bPayload) {

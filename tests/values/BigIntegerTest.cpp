@@ -1,117 +1,85 @@
 #include "QnXmlLib16/values/BigInteger.h"
 
-#include "QnXmlLib16/support/Exceptions.h"
 #include "QnXmlLib16/values/Decimal.h"
+#include "tests/values/ValueTools.h"
 
 #include <gtest/gtest.h>
 
-#include <chrono>
 #include <climits>
-#include <cmath>
-#include <limits>
-#include <string>
-#include <typeinfo>
+#include <cstdlib>
+#include <map>
+#include <sstream>
 #include <utility>
 
 using namespace QnXmlLib16;
 
 namespace {
 
-// The message of the CQnInvalidValueException that a step throws.
-template <class TStep>
-std::string FailureOf(TStep step)
-{
-    try {
-        step();
-    }
-    catch (const CQnException& e) {
-        EXPECT_EQ(typeid(e), typeid(CQnInvalidValueException));
-        EXPECT_EQ(e.GetPath(), "");
-        return e.GetMessage();
-    }
-    return "no failure";
-}
-
-template <class TStep>
-double MillisecondsOf(TStep step)
-{
-    const auto start = std::chrono::steady_clock::now();
-    step();
-    return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start)
-        .count();
-}
+using Int = CBigInteger;
 
 // Built before every object of ordinary priority, as if in a library that is loaded first.
 struct CEarlyUser
 {
-    std::string strMax = CBigInteger::MAX_LONGLONG.ToString();
-    std::string strSum = (CDecimal("1.25") + CDecimal("1e2")).ToString();
-    long nLong = CDecimal("-2147483648").ToLong();
-    double dDouble = CDecimal("1.5").ToDouble();
+    std::string strLimits = Int::MAX_LONGLONG.ToString() + Int::MIN_LONGLONG.ToString() +
+                            Int::MAX_LONG.ToString() + Int::MIN_LONG.ToString();
+    std::string strSum =
+        (CDecimal("1.25") + CDecimal(Int::MAX_DOUBLE + Int::MIN_DOUBLE)).ToString();
+    double dNarrowed = CDecimal("-2147483648").ToLong() + CDecimal("1.5").ToDouble();
 };
 __attribute__((init_priority(102))) const CEarlyUser g_earlyUser;
 
-// The sign that a zero carries shows in a comparison with the other zero only.
-bool IsNegativeZero(const CBigInteger& value)
+// As ToString, but a negative zero is "-0": that sign shows in comparisons only.
+std::string Print(const Int& value)
 {
-    return value == CBigInteger() && value < CBigInteger();
+    return value == Int() && value < Int() ? "-0" : value.ToString();
+}
+
+std::string Parse(const char* pszText)
+{
+    return Print(Int(pszText));
+}
+
+std::string FromDouble(const char* pszText)
+{
+    return Print(Int(std::strtod(pszText, nullptr)));
+}
+
+// Of "left op right". A refusal leaves the operand.
+std::string Calculate(const char* pszText)
+{
+    static const std::map<std::string, std::string (*)(Int&, const Int&)> operators = {
+        {"+", [](Int& a, const Int& b) { return Print(a + b); }},
+        {"-", [](Int& a, const Int& b) { return Print(a - b); }},
+        {"*", [](Int& a, const Int& b) { return Print(a * b); }},
+        {"/", [](Int& a, const Int& b) { return Print(a / b); }},
+        {"%", [](Int& a, const Int& b) { return Print(a % b); }},
+        {"/=", [](Int& a, const Int& b) { return Print(a /= b); }},
+        {"%=", [](Int& a, const Int& b) { return Print(a %= b); }},
+    };
+    std::string strLeft, strOperator, strRight;
+    std::istringstream(pszText) >> strLeft >> strOperator >> strRight;
+    Int left(strLeft.c_str());
+    try {
+        return operators.at(strOperator)(left, Int(strRight.c_str()));
+    }
+    catch (const CQnException&) {
+        EXPECT_EQ(Print(left), strLeft);
+        throw;
+    }
 }
 
 } // namespace
 
 TEST(BigIntegerText, TheDigitsAtTheEndAreTheValue)
 {
-    struct Row
-    {
-        const char* text;
-        const char* printed;
-        bool negativeZero;
-    };
-    const Row rows[] = {
-        {nullptr, "0", false},   {"", "0", false},        {"   ", "0", false},
-        {"0", "0", false},       {"000", "0", false},     {"-0", "0", true},
-        {"7", "7", false},       {"-12", "-12", false},   {"  -12  ", "-12", false},
-        {"+12", "12", false},    {"00120", "120", false}, {"1 2", "2", false},
-        {"12 34", "34", false},  {"1-2", "2", false},     {"-1 2", "-2", false},
-        {"1\t-\n5", "5", false}, {"\t5", "5", false},     {"--5", "-5", false},
-        {"+-5", "5", false},     {"\n-5", "5", false},    {"-", "0", true},
-        {"+", "0", false},       {"12\n", "0", false},    {"12-", "0", false},
-        {"-12\n", "0", true},    {"-12+ ", "0", true},    {"12 \r ", "0", false},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.text ? row.text : "null");
-        const CBigInteger value(row.text);
-        EXPECT_EQ(value.ToString(), row.printed);
-        EXPECT_EQ(IsNegativeZero(value), row.negativeZero);
-    }
-}
-
-TEST(BigIntegerText, AnyOtherCharacterMakesItADecimal)
-{
-    struct Row
-    {
-        const char* text;
-        const char* printed;
-    };
-    const Row rows[] = {
-        {"12.6", "13"},   {"12.5", "12"},   {"-12.6", "-13"}, {"1e3", "1000"},  {"1.", "1"},
-        {"1-2.0", "-12"}, {"1.5E+1", "15"}, {"-.4", "0"},     {"1 2e1", "120"}, {"1e-99999", "0"},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.text);
-        EXPECT_EQ(CBigInteger(row.text).ToString(), row.printed);
-    }
-    EXPECT_EQ(CBigInteger("1.7E+308").ToString(), "17" + std::string(307, '0'));
-}
-
-TEST(BigIntegerText, ARefusedTextLeavesTheValue)
-{
-    CBigInteger value(42);
-    EXPECT_EQ(FailureOf([&] { value.Parse("12a"); }),
-              "The string representing a Decimal, contained an invalid char at position 2 [12a].");
-    EXPECT_EQ(FailureOf([&] { value.Parse("\xC3\xA9"); }),
-              "The string representing a Decimal, contained an invalid char at position 0 "
-              "[\xC3\xA9].");
+    EXPECT_EQ(Parse(nullptr), "0");
+    ExpectEach(Parse, {" -> 0", "    -> 0", "000 -> 0", "-0 -> -0", "  -12   -> -12", "+12 -> 12",
+                       "00120 -> 120", "12 34 -> 34", "1-2 -> 2", "-1 2 -> -2", "1\t-\n5 -> 5",
+                       "+-5 -> 5", "\n-5 -> 5", "- -> -0", "12\n -> 0", "12- -> 0", "-12+  -> -0"});
+    // Any other character makes the text a decimal, which is rounded.
+    ExpectEach(Parse, {"12.6 -> 13", "12.5 -> 12", "-12.6 -> -13", "1e3 -> 1000", "1. -> 1",
+                       "1-2.0 -> -12", "1 2e1 -> 120", "1e-99999 -> 0"});
+    Int value(42);
     EXPECT_EQ(FailureOf([&] { value.Parse("1e100001"); }),
               "The exponent of the Decimal is to large [1e100001].");
     EXPECT_EQ(value.ToString(), "42");
@@ -119,399 +87,163 @@ TEST(BigIntegerText, ARefusedTextLeavesTheValue)
 
 TEST(BigIntegerText, ConstantsAreReadyForEveryInitialiser)
 {
-    EXPECT_EQ(g_earlyUser.strMax, "9223372036854775807");
-    EXPECT_EQ(g_earlyUser.strSum, "101.25");
-    EXPECT_EQ(g_earlyUser.nLong, INT_MIN);
-    EXPECT_EQ(g_earlyUser.dDouble, 1.5);
-
-    EXPECT_EQ(CBigInteger::MAX_LONG.ToString(), "2147483647");
-    EXPECT_EQ(CBigInteger::MIN_LONG.ToString(), "-2147483648");
-    EXPECT_EQ(CBigInteger::MIN_LONGLONG.ToString(), "-9223372036854775808");
-    EXPECT_EQ(CBigInteger::MAX_DOUBLE.ToString(), "17" + std::string(307, '0'));
-    EXPECT_EQ(CBigInteger::MIN_DOUBLE.ToString(), "-17" + std::string(307, '0'));
+    EXPECT_EQ(g_earlyUser.strLimits,
+              "9223372036854775807-92233720368547758082147483647-2147483648");
+    EXPECT_EQ(g_earlyUser.strSum, "1.25");
+    EXPECT_EQ(g_earlyUser.dNarrowed, -2147483646.5);
+    EXPECT_EQ(Int::MAX_DOUBLE, Int("17") * Int::Pow10(307));
 }
 
-TEST(BigIntegerBuilding, FromIntegers)
+TEST(BigIntegerBuilding, CutsLongsAndRoundsDoubles)
 {
-    EXPECT_EQ(CBigInteger().ToString(), "0");
-    EXPECT_EQ(CBigInteger(0).ToString(), "0");
-    EXPECT_EQ(CBigInteger(INT_MAX).ToString(), "2147483647");
-    EXPECT_EQ(CBigInteger(INT_MIN).ToString(), "-2147483648");
-    EXPECT_EQ(CBigInteger(LLONG_MAX).ToString(), "9223372036854775807");
-    EXPECT_EQ(CBigInteger(LLONG_MIN).ToString(), "-9223372036854775808");
-    EXPECT_EQ(CBigInteger(ULLONG_MAX).ToString(), "18446744073709551615");
-}
+    EXPECT_EQ(Print(Int(4294967297L)), "1");
+    EXPECT_EQ(Print(Int(-4294967297L)), "-1");
+    EXPECT_EQ(Print(Int(LONG_MIN)), "-0");
+    EXPECT_EQ(Print(Int(ULONG_MAX)), "4294967295");
+    EXPECT_EQ(Print(Int(INT_MIN)), "-2147483648");
+    EXPECT_EQ(Print(Int(LLONG_MIN)), "-9223372036854775808");
+    EXPECT_EQ(Print(Int(ULLONG_MAX)), "18446744073709551615");
 
-TEST(BigIntegerBuilding, LongIsCutTo32Bits)
-{
-    EXPECT_EQ(CBigInteger(4294967295L).ToString(), "4294967295");
-    EXPECT_EQ(CBigInteger(4294967297L).ToString(), "1");
-    EXPECT_EQ(CBigInteger(-4294967297L).ToString(), "-1");
-    EXPECT_TRUE(IsNegativeZero(CBigInteger(-4294967296L)));
-    EXPECT_TRUE(IsNegativeZero(CBigInteger(LONG_MIN)));
-    EXPECT_EQ(CBigInteger(4294967297UL).ToString(), "1");
-    EXPECT_EQ(CBigInteger(ULONG_MAX).ToString(), "4294967295");
+    // Ties go towards zero. 1e23 is 99999999999999991611392 exactly; the quotients by ten are
+    // rounded on the way.
+    ExpectEach(FromDouble,
+               {"0.51 -> 1", "2.5 -> 2", "2.6 -> 3", "-2.5 -> -2", "-2.6 -> -3", "-0.4 -> -0",
+                "5e-324 -> 0", "nan -> 0", "inf -> ERROR: Infinite value.",
+                "-inf -> ERROR: Infinite value.", "4503599627370495 -> 4503599627370495",
+                "4503599627370497 -> 4503599627370496", "9007199254740991 -> 9007199254740990",
+                "1e23 -> 100000000000000000000002"});
+    EXPECT_EQ(FromDouble("1.7976931348623157e308").substr(0, 15), "179769313486231");
 }
 
 TEST(BigIntegerBuilding, CopiesAndMovesShareNothingAtEveryLength)
 {
     // Numbers of up to 14 digits lie in the object, longer ones in a block of their own.
-    const char* const texts[] = {
-        "-0", "7", "99999999999999", "-100000000000000", "123456789012345678901234567890",
-    };
+    const char* const texts[] = {"-0", "99999999999999", "-100000000000000",
+                                 "123456789012345678901234567890"};
     for (const char* pszFrom : texts) {
         for (const char* pszTo : texts) {
             SCOPED_TRACE(std::string(pszTo) + " = " + pszFrom);
-            const CBigInteger source(pszFrom);
-            CBigInteger copied(pszTo);
+            const Int source(pszFrom);
+            Int copied(pszTo), moved(pszTo);
             copied = source;
-            CBigInteger moved(pszTo);
-            moved = CBigInteger(source);
-            EXPECT_TRUE(copied == source && moved == source);
-            EXPECT_EQ(IsNegativeZero(copied), IsNegativeZero(source));
-            CBigInteger taken(std::move(moved));
-            moved = CBigInteger(pszTo);
-            const CBigInteger& same = copied;
+            moved = Int(source);
+            const Int taken(std::move(moved));
+            moved = Int(pszTo);
+            const Int& same = copied;
             copied = same;
-            copied += CBigInteger(1);
-            EXPECT_EQ(copied.ToString(), (source + CBigInteger(1)).ToString());
-            EXPECT_EQ(source.ToString(), CBigInteger(pszFrom).ToString());
-            EXPECT_EQ(taken.ToString(), source.ToString());
-            EXPECT_EQ(moved.ToString(), CBigInteger(pszTo).ToString());
+            EXPECT_EQ(Print(copied), pszFrom);
+            copied += Int(1);
+            EXPECT_EQ(Print(source), pszFrom);
+            EXPECT_EQ(Print(taken), pszFrom);
+            EXPECT_EQ(Print(moved), pszTo);
         }
     }
-    CBigInteger value("99999999999999");
-    value += CBigInteger(1);
-    EXPECT_EQ(value.ToString(), "100000000000000");
-    value -= CBigInteger(1);
-    EXPECT_EQ(value.ToString(), "99999999999999");
-}
-
-TEST(BigIntegerBuilding, DoubleRoundsWithTiesTowardsZero)
-{
-    struct Row
-    {
-        double value;
-        const char* printed;
-    };
-    const Row rows[] = {
-        {0.0, "0"},
-        {-0.0, "0"},
-        {0.5, "0"},
-        {0.51, "1"},
-        {2.5, "2"},
-        {2.6, "3"},
-        {-2.5, "-2"},
-        {-2.6, "-3"},
-        {-0.4, "0"},
-        {3.5, "3"},
-        {1e15, "1000000000000000"},
-        {4503599627370495.0, "4503599627370495"},
-        {5e-324, "0"},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.value);
-        EXPECT_EQ(CBigInteger(row.value).ToString(), row.printed);
-    }
-    EXPECT_EQ(CBigInteger(std::nan("")).ToString(), "0");
-    EXPECT_EQ(CBigInteger(std::nan("")), CBigInteger());
-    for (const double dInfinite : {HUGE_VAL, -HUGE_VAL}) {
-        EXPECT_EQ(FailureOf([&] { CBigInteger value(dInfinite); }), "ERROR: Infinite value.");
-    }
-}
-
-TEST(BigIntegerBuilding, DoubleBeyondItsPrecision)
-{
-    EXPECT_EQ(CBigInteger(4503599627370497.0).ToString(), "4503599627370496"); // 2^52 + 1
-    EXPECT_EQ(CBigInteger(9007199254740991.0).ToString(), "9007199254740990"); // 2^53 - 1
-    // 1e23 is 99999999999999991611392 exactly; the quotients by ten are rounded on the way.
-    std::string strExpected;
-    for (double d = 1e23; d > 0; d = std::trunc(d / 10)) {
-        strExpected.insert(strExpected.begin(), static_cast<char>('0' + std::fmod(d, 10)));
-    }
-    EXPECT_NE(strExpected, "99999999999999991611392");
-    EXPECT_EQ(CBigInteger(1e23).ToString(), strExpected);
-    const std::string strMax = CBigInteger(std::numeric_limits<double>::max()).ToString();
-    EXPECT_EQ(strMax.size(), 309u);
-    EXPECT_EQ(strMax.substr(0, 15), "179769313486231");
 }
 
 TEST(BigIntegerSigns, NegativeZeroIsEqualToZeroAndBelowIt)
 {
-    const CBigInteger zero(0);
-    const CBigInteger negativeZero("-0");
+    const Int zero(0), negativeZero("-0");
     EXPECT_EQ(negativeZero.ToString(), "0");
-    EXPECT_TRUE(negativeZero == zero);
-    EXPECT_FALSE(negativeZero != zero);
-    EXPECT_TRUE(negativeZero < zero);
-    EXPECT_TRUE(zero > negativeZero);
-    EXPECT_FALSE(negativeZero >= zero);
-    EXPECT_FALSE(zero <= negativeZero);
-    EXPECT_FALSE(negativeZero < negativeZero);
-    EXPECT_TRUE(negativeZero <= negativeZero);
-}
+    EXPECT_TRUE(negativeZero == zero && negativeZero < zero && zero > negativeZero);
+    EXPECT_FALSE(negativeZero != zero || negativeZero >= zero || zero <= negativeZero);
 
-TEST(BigIntegerSigns, UnaryMinusFlipsItsOperand)
-{
-    CBigInteger value(5);
-    EXPECT_EQ(value.GetNegative().ToString(), "-5");
-    EXPECT_EQ(value.ToString(), "5");
-    CBigInteger& result = -value;
-    EXPECT_EQ(&result, &value);
-    EXPECT_EQ(value.ToString(), "-5");
-    EXPECT_EQ(value.GetAbs().ToString(), "5");
-    EXPECT_EQ(value.ToString(), "-5");
-    value.Abs();
-    EXPECT_EQ(value.ToString(), "5");
-    value.Negate();
-    EXPECT_EQ(value.ToString(), "-5");
-}
+    // Which results are negative zeros.
+    ExpectEach(Calculate, {"5 - 5 -> 0", "-5 + 5 -> 0", "-0 + -0 -> -0", "-0 - 0 -> -0",
+                           "0 - -0 -> 0", "0 + -0 -> 0", "0 * -5 -> -0", "-0 * -5 -> 0",
+                           "1 / -2 -> -0", "-1 /= 2 -> -0", "-1 / -2 -> 0", "0 / -2 -> 0",
+                           "-0 /= 2 -> 0", "-4 % 2 -> -0", "4 %= 2 -> 0", "-0 % 2 -> 0"});
 
-TEST(BigIntegerSigns, OfZeroResults)
-{
-    struct Row
-    {
-        const char* left;
-        char op;
-        const char* right;
-        bool negativeZero;
-    };
-    const Row rows[] = {
-        {"5", '-', "5", false},  {"-5", '+', "5", false},  {"-0", '+', "-0", true},
-        {"-0", '-', "0", true},  {"0", '-', "-0", false},  {"0", '+', "-0", false},
-        {"0", '*', "-5", true},  {"-0", '*', "-5", false}, {"-0", '*', "5", true},
-        {"1", '/', "-2", true},  {"-1", '/', "2", true},   {"-1", '/', "-2", false},
-        {"0", '/', "-2", false}, {"-0", '/', "2", false},  {"-4", '%', "2", true},
-        {"4", '%', "2", false},  {"-0", '%', "2", false},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(std::string(row.left) + row.op + row.right);
-        const CBigInteger left(row.left);
-        const CBigInteger right(row.right);
-        CBigInteger plain;
-        CBigInteger inPlace(left);
-        switch (row.op) {
-        case '+':
-            plain = left + right;
-            inPlace += right;
-            break;
-        case '-':
-            plain = left - right;
-            inPlace -= right;
-            break;
-        case '*':
-            plain = left * right;
-            inPlace *= right;
-            break;
-        case '/':
-            plain = left / right;
-            inPlace = plain;
-            break;
-        default:
-            plain = left % right;
-            inPlace %= right;
-        }
-        EXPECT_EQ(plain.ToString(), "0");
-        EXPECT_EQ(IsNegativeZero(plain), row.negativeZero);
-        EXPECT_EQ(IsNegativeZero(inPlace), row.negativeZero);
-    }
+    // The unary minus flips its operand.
+    Int value(5);
+    EXPECT_EQ(value.GetNegative().GetNegative().GetNegative().ToString(), "-5");
+    EXPECT_EQ(&-value, &value);
+    EXPECT_EQ(value.GetAbs().ToString() + value.ToString(), "5-5");
 }
 
 TEST(BigIntegerDivision, OnlyTheSlashTakesNegativeDivisors)
 {
-    EXPECT_EQ((CBigInteger(5) / CBigInteger(-2)).ToString(), "-2");
-    EXPECT_EQ((CBigInteger(-5) / CBigInteger(2)).ToString(), "-2");
-    EXPECT_EQ((CBigInteger(-5) % CBigInteger(2)).ToString(), "-1");
-    EXPECT_EQ((CBigInteger(0) / CBigInteger(7)).ToString(), "0");
-
-    CBigInteger value(-17);
-    value /= CBigInteger(5);
-    EXPECT_EQ(value.ToString(), "-3");
-    value = CBigInteger(-17);
-    value %= CBigInteger(5);
-    EXPECT_EQ(value.ToString(), "-2");
-
+    ExpectEach(Calculate, {"5 / -2 -> -2", "-5 % 2 -> -1", "-17 /= 5 -> -3", "-17 %= 5 -> -2"});
     // The divisor is refused before a zero dividend is seen.
-    for (const char* pszDividend : {"5", "0"}) {
-        for (const char* pszDivisor : {"-2", "0", "-0"}) {
-            SCOPED_TRACE(pszDivisor);
-            CBigInteger dividend(pszDividend);
-            const CBigInteger divisor(pszDivisor);
-            EXPECT_EQ(FailureOf([&] { dividend % divisor; }), "ERROR: Overflow in operator%.");
-            EXPECT_EQ(FailureOf([&] { dividend /= divisor; }), "ERROR: Overflow in operator /=.");
-            EXPECT_EQ(FailureOf([&] { dividend %= divisor; }), "ERROR: Overflow in operator%=.");
-            if (divisor == CBigInteger()) {
-                EXPECT_EQ(FailureOf([&] { dividend / divisor; }), "ERROR: Overflow in operator/.");
-            }
-            EXPECT_EQ(dividend.ToString(), pszDividend);
-        }
-    }
-}
+    const std::string strRefused = " -> ERROR: Overflow in operator";
+    ExpectEach(Calculate, {"5 / 0" + strRefused + "/.", "0 / -0" + strRefused + "/.",
+                           "5 % -2" + strRefused + "%.", "0 % 0" + strRefused + "%.",
+                           "5 /= -2" + strRefused + " /=.", "0 /= 0" + strRefused + " /=.",
+                           "5 %= -2" + strRefused + "%=.", "0 %= 0" + strRefused + "%=."});
 
-TEST(BigIntegerDivision, AGuessedLimbThatIsOneTooLargeIsTakenBack)
-{
-    // (10^27 * 500000000) / (500000000 * 10^18 + 1): the guess for the first limb fails only when
-    // the last limb is subtracted.
-    const CBigInteger divisor("500000000000000000000000001");
-    const CBigInteger quotient("999999999999999999");
-    const CBigInteger rest("500000000000000000000000000");
-    const CBigInteger dividend = divisor * quotient + rest;
-    EXPECT_EQ((dividend / divisor).ToString(), quotient.ToString());
-    EXPECT_EQ((dividend % divisor).ToString(), rest.ToString());
+    // The root is the whole part; that of zero fails in a division.
+    ExpectEach([](const char* pszText) { return Int(pszText).SquareRoot().ToString(); },
+               {"1 -> 1", "3 -> 1", "4 -> 2", "99 -> 9", "100 -> 10",
+                "-4 -> ERROR: Negative Number in function SquareRoot().",
+                "-0 -> ERROR: Negative Number in function SquareRoot().",
+                "0 -> ERROR: Overflow in operator/."});
 }
 
 TEST(BigIntegerDivision, AnOperandMayBeTheObjectItself)
 {
-    const char* const pszText = "123456789012345678901234567890";
-    CBigInteger value(pszText);
-    const CBigInteger& same = value;
-    value += same;
-    EXPECT_EQ(value.ToString(), "246913578024691357802469135780");
-    value /= same;
-    EXPECT_EQ(value.ToString(), "1");
-    value.Parse(pszText);
-    value *= same;
-    EXPECT_EQ(value.ToString(), "15241578753238836750495351562536198787501905199875019052100");
-    value %= same;
-    EXPECT_EQ(value.ToString(), "0");
-    value.Parse(pszText);
-    value -= same;
-    EXPECT_EQ(value.ToString(), "0");
-}
-
-TEST(BigIntegerSquareRoot, IsTheWholePart)
-{
-    struct Row
-    {
-        const char* value;
-        const char* root;
-    };
-    const Row rows[] = {
-        {"1", "1"},
-        {"2", "1"},
-        {"3", "1"},
-        {"4", "2"},
-        {"99", "9"},
-        {"100", "10"},
-        {"1000000", "1000"},
-        {"999999999999999999", "999999999"},
-        {"99999999999999999999999999999999999999", "9999999999999999999"},
-        {"100000000000000000000000000000000000000", "10000000000000000000"},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.value);
-        EXPECT_EQ(CBigInteger(row.value).SquareRoot().ToString(), row.root);
-    }
-    for (const char* pszNegative : {"-4", "-0"}) {
-        EXPECT_EQ(FailureOf([&] { CBigInteger(pszNegative).SquareRoot(); }),
-                  "ERROR: Negative Number in function SquareRoot().");
-    }
-}
-
-TEST(BigIntegerSquareRoot, OfZeroFailsInTheDivision)
-{
-    EXPECT_EQ(FailureOf([] { CBigInteger(0).SquareRoot(); }), "ERROR: Overflow in operator/.");
+    Int value("123456789012345678901234567890"), other(value);
+    const Int &same = value, &sameOther = other;
+    EXPECT_EQ((value += same).ToString(), "246913578024691357802469135780");
+    EXPECT_EQ((value *= same).ToString(),
+              "60966315012955347001981406250144795150007620799500076208400");
+    EXPECT_EQ((value /= same).ToString(), "1");
+    EXPECT_EQ((value %= same).ToString(), "0");
+    EXPECT_EQ((other -= sameOther).ToString(), "0");
 }
 
 TEST(BigIntegerConversions, AreCheckedAgainstBothBounds)
 {
-    struct Row
-    {
-        const char* text;
-        bool fitsInt;
-        bool fitsLongLong;
-    };
-    const Row rows[] = {
-        {"0", true, true},
-        {"-0", true, true},
-        {"2147483647", true, true},
-        {"2147483648", false, true},
-        {"-2147483648", true, true},
-        {"-2147483649", false, true},
-        {"9223372036854775807", false, true},
-        {"9223372036854775808", false, false},
-        {"-9223372036854775808", false, true},
-        {"-9223372036854775809", false, false},
-        {"10000000000000000000", false, false},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.text);
-        const CBigInteger value(row.text);
-        if (row.fitsInt) {
-            EXPECT_EQ(static_cast<int>(value), std::stoi(row.text));
-        }
-        else {
-            EXPECT_EQ(FailureOf([&] { static_cast<void>(static_cast<int>(value)); }),
-                      "ERROR: Value out of bound of int.");
-        }
-        if (row.fitsLongLong) {
-            EXPECT_EQ(static_cast<long long>(value), std::stoll(row.text));
-        }
-        else {
-            EXPECT_EQ(FailureOf([&] { static_cast<void>(static_cast<long long>(value)); }),
-                      "ERROR: Value out of bound of LONGLONG.");
-        }
-    }
+    const std::string strRefused = " -> ERROR: Value out of bound of ";
+    ExpectEach([](const char* pszText) { return std::to_string(static_cast<int>(Int(pszText))); },
+               {"-0 -> 0", "2147483647 -> 2147483647", "-2147483648 -> -2147483648",
+                "2147483648" + strRefused + "int.", "-2147483649" + strRefused + "int."});
+    ExpectEach(
+        [](const char* pszText) { return std::to_string(static_cast<long long>(Int(pszText))); },
+        {"9223372036854775807 -> 9223372036854775807",
+         "-9223372036854775808 -> -9223372036854775808",
+         "9223372036854775808" + strRefused + "LONGLONG.",
+         "-9223372036854775809" + strRefused + "LONGLONG.",
+         "10000000000000000000" + strRefused + "LONGLONG."});
 }
 
 TEST(BigIntegerWorkers, TakeMagnitudesLeastSignificantFirst)
 {
-    using Digits = CBigInteger::Digits;
-    Digits out;
-    CBigInteger::Add({9, 9}, {1}, out);
-    EXPECT_EQ(out, Digits({0, 0, 1}));
-    CBigInteger::Subtract({0, 0, 1}, {1}, out);
-    EXPECT_EQ(out, Digits({9, 9}));
-    CBigInteger::Multiply({5, 2}, static_cast<char>(8), out);
-    EXPECT_EQ(out, Digits({0, 0, 2}));
-    CBigInteger::Multiply({5, 2}, static_cast<char>(0), out);
-    EXPECT_EQ(out, Digits({0}));
-    CBigInteger::Pow10(2, out);
-    EXPECT_EQ(out, Digits({0, 0, 1}));
-    CBigInteger::ShiftLeft(out, 1);
-    EXPECT_EQ(out, Digits({0, 0, 0, 1}));
-    CBigInteger::ShiftLeft(out, -1);
-    EXPECT_EQ(out, Digits({0, 0, 0, 1}));
-    CBigInteger::Build("x0120", out);
-    EXPECT_EQ(out, Digits({0, 2, 1, 0}));
-    CBigInteger::Clean(out);
-    EXPECT_EQ(out, Digits({0, 2, 1}));
-    EXPECT_EQ(CBigInteger::Position({}), 1u);
-    EXPECT_EQ(CBigInteger::Compare({1, 2}, {2, 1}), 1);
-    EXPECT_EQ(CBigInteger::Compare({9}, {0, 1}), -1);
-    EXPECT_EQ(CBigInteger::Compare({9}, {9}), 0);
-    Digits rest;
-    EXPECT_EQ(FailureOf([&] { CBigInteger::Divide({1}, {0}, out, rest); }),
+    using Digits = Int::Digits;
+    Digits out, rest;
+    Int::Add({9, 9}, {1}, out);
+    Int::Multiply(out, static_cast<char>(8), out);
+    Int::Multiply(out, {0, 1}, out);
+    Int::ShiftLeft(out, 1);
+    Int::ShiftLeft(out, -1);
+    EXPECT_EQ(out, Digits({0, 0, 0, 0, 8}));
+    Int::Subtract(out, {1}, out);
+    EXPECT_EQ(out, Digits({9, 9, 9, 9, 7}));
+    EXPECT_EQ(FailureOf([&] { Int::Divide(out, {0}, out, rest); }),
               "ERROR: Overflow in operator/.");
-    CBigInteger::BuildDouble(std::nan(""), out);
-    EXPECT_TRUE(out.empty());
+    Int::Divide(out, {0, 0, 1}, out, rest);
+    EXPECT_EQ(rest, Digits({9, 9}));
+    Int::Multiply(out, static_cast<char>(0), out);
+    EXPECT_EQ(out, Digits({0}));
+    Int::Build("x0120", out);
+    EXPECT_EQ(out, Digits({0, 2, 1, 0}));
+    EXPECT_EQ(Int::Position({}), 1u);
+    EXPECT_EQ(Int::Compare({1, 2}, {2, 1}), 1);
 }
 
 // Bounds with room for a sanitizer; a quadratic reading of a million digits takes minutes.
-TEST(BigIntegerCost, ALongTextIsReadInLinearTime)
+TEST(BigIntegerCost, LongTextsAndOperandsAreBounded)
 {
     const std::string strDigits(1000000, '7');
-    EXPECT_LT(
-        MillisecondsOf([&] { EXPECT_EQ(CBigInteger(strDigits.c_str()).ToString(), strDigits); }),
-        1000);
-    const std::string strBlanks(1000000, ' ');
-    EXPECT_EQ(CBigInteger(strBlanks.c_str()).ToString(), "0");
     EXPECT_LT(MillisecondsOf([&] {
-                  const CBigInteger value((strDigits + "e100000").c_str());
-                  EXPECT_EQ(value.GetDigitCount(), 1100000u);
+                  EXPECT_EQ(Parse(strDigits.c_str()), strDigits);
+                  EXPECT_EQ(Parse(std::string(1000000, ' ').c_str()), "0");
+                  EXPECT_EQ(Int((strDigits + "e100000").c_str()).GetDigitCount(), 1100000u);
               }),
               2000);
-}
-
-TEST(BigIntegerCost, LongOperandsNeitherRecurseNorRepeat)
-{
-    const CBigInteger dividend(std::string(6000, '9').c_str());
-    const CBigInteger divisor(std::string(3000, '7').c_str());
+    const Int dividend(std::string(6000, '9').c_str());
+    const Int divisor(std::string(3000, '7').c_str());
     EXPECT_LT(MillisecondsOf([&] {
-                  const CBigInteger quotient = dividend / divisor;
-                  EXPECT_TRUE(quotient * divisor + dividend % divisor == dividend);
-                  const CBigInteger root = dividend.SquareRoot();
-                  EXPECT_EQ(root.ToString(), std::string(3000, '9'));
+                  EXPECT_EQ(dividend / divisor * divisor + dividend % divisor, dividend);
+                  EXPECT_EQ(dividend.SquareRoot().ToString(), std::string(3000, '9'));
               }),
               1000);
 }

@@ -1,18 +1,16 @@
 #include "QnXmlLib16/values/BinaryData.h"
 
-#include "tests/model/Failure.h"
+#include "QnXmlLib16/values/Base64.h"
+#include "tests/values/ValueTools.h"
 
 #include <algorithm>
-#include <atomic>
 #include <cstring>
 #include <gtest/gtest.h>
 #include <memory>
 #include <thread>
 #include <utility>
-#include <vector>
 
 using namespace QnXmlLib16;
-using Model::ExpectFailure;
 
 namespace {
 
@@ -25,9 +23,7 @@ std::string ToText(const CBinaryData& data)
 unsigned char* NewBytes(const char* psz)
 {
     const std::size_t uLength = std::strlen(psz);
-    unsigned char* pResult = new unsigned char[uLength];
-    std::copy_n(psz, uLength, pResult);
-    return pResult;
+    return std::copy_n(psz, uLength, new unsigned char[uLength]) - uLength;
 }
 
 const unsigned char* Bytes(const char* psz)
@@ -35,75 +31,79 @@ const unsigned char* Bytes(const char* psz)
     return reinterpret_cast<const unsigned char*>(psz);
 }
 
-} // namespace
-
-TEST(BinaryData, IsEmptyWithoutBytes)
+std::string Encode(const std::string& strBytes)
 {
-    EXPECT_EQ(CBinaryData().GetData(), nullptr);
-    EXPECT_EQ(CBinaryData("").GetData(), nullptr);
-    EXPECT_EQ(CBinaryData(nullptr).GetData(), nullptr);
-    EXPECT_EQ(CBinaryData(nullptr, 5, false).GetLength(), 0u);
-    EXPECT_EQ(CBinaryData(new unsigned char[3], 0, true).GetData(), nullptr); // freed
-    CBinaryData data("x");
-    data.SetBuffer(static_cast<const char*>(nullptr));
-    EXPECT_EQ(data.GetData(), nullptr);
-    data.Append(static_cast<const char*>(nullptr));
-    data.Append(Bytes("x"), 0);
-    EXPECT_EQ(data.GetData(), nullptr);
-    EXPECT_EQ(data.ReleaseData(), nullptr);
+    return CBase64().Encode(reinterpret_cast<const unsigned char*>(strBytes.data()),
+                            static_cast<int>(strBytes.size()));
 }
 
-TEST(BinaryData, AdoptsOrCopies)
+std::string Decode(const std::string& strText)
 {
-    unsigned char* pBytes = NewBytes("abc");
-    const CBinaryData adopted(pBytes, 3, true);
-    EXPECT_EQ(adopted.GetData(), pBytes);
-    const CBinaryData copied(pBytes, 3, false);
-    EXPECT_NE(copied.GetData(), pBytes);
-    EXPECT_EQ(ToText(copied), "abc");
+    std::string strOut(strText.size() + 1, 'x');
+    strOut.resize(CBase64().Decode(strText.c_str(), reinterpret_cast<unsigned char*>(&strOut[0])));
+    CBinaryData data("before");
+    data.SetAsBase64(strText.c_str());
+    EXPECT_EQ(data.GetLength(), strOut.size());
+    EXPECT_EQ(data.GetData() == nullptr, strText.empty()); // bad text too leaves a holder
+    return strOut;
+}
+
+template <class TStep>
+std::string Failure(TStep step)
+{
+    return FailureOf<CQnException>(step);
+}
+
+} // namespace
+
+TEST(BinaryData, TellsNoHolderFromAnEmptyOne)
+{
+    EXPECT_EQ(CBinaryData("").GetData(), nullptr);
+    EXPECT_EQ(CBinaryData(nullptr, 5, false).GetLength(), 0u);
+    EXPECT_EQ(CBinaryData(new unsigned char[3], 0, true).GetData(), nullptr); // freed
+    CBinaryData none("x"), empty;
+    none.SetBuffer(static_cast<const char*>(nullptr));
+    none.Append(static_cast<const char*>(nullptr));
+    none.Append(Bytes("x"), 0);
+    EXPECT_EQ(none.ReleaseData(), nullptr);
+    none.SetAsHexString("");
+    empty.SetAsBase64("!");
+    EXPECT_EQ(none, CBinaryData(nullptr));
+    EXPECT_EQ(none.GetAsHexString(), "");
+    EXPECT_EQ(empty, CBinaryData(empty));
+    EXPECT_TRUE(none != empty && empty != none);
+    EXPECT_EQ(std::as_const(empty)[0], 0);
+    EXPECT_EQ(CBinaryData("ab"), CBinaryData("ab"));
+    EXPECT_TRUE(CBinaryData("ab") != CBinaryData("ac") && CBinaryData("ab") != CBinaryData("abc"));
 }
 
 TEST(BinaryData, CopiesShareUntilOneIsWritten)
 {
-    CBinaryData a("abc");
-    const CBinaryData b(a);
-    CBinaryData c;
+    unsigned char* const pBytes = NewBytes("abc");
+    CBinaryData a(pBytes, 3, true);
+    EXPECT_NE(CBinaryData(pBytes, 3, false).GetData(), pBytes);
+    CBinaryData b(a), c;
     c = a;
-    EXPECT_EQ(a.GetData(), b.GetData());
-    EXPECT_EQ(c.GetData(), b.GetData());
+    EXPECT_TRUE(a.GetData() == pBytes && b.GetData() == pBytes && c.GetData() == pBytes);
     a[0] = 'X';
     c.Append('d');
-    EXPECT_EQ(ToText(a), "Xbc");
-    EXPECT_EQ(ToText(b), "abc");
-    EXPECT_EQ(ToText(c), "abcd");
-    unsigned char* pBefore = a.GetData();
+    EXPECT_EQ(ToText(a) + ToText(b) + ToText(c), "Xbcabcabcd");
+    unsigned char* const pBefore = a.GetData();
     a[1] = 'Y'; // alone on its bytes: no copy
     EXPECT_EQ(a.GetData(), pBefore);
-}
 
-TEST(BinaryData, SelfAssignmentEmpties)
-{
-    CBinaryData a("abc");
+    // The bytes are given away as they are, or copied while others have them.
+    c = b;
+    const std::unique_ptr<unsigned char[]> pCopy(c.ReleaseData()), pGiven(b.ReleaseData());
+    EXPECT_EQ(c.GetData(), nullptr);
+    EXPECT_EQ(pGiven.get(), pBytes);
+    EXPECT_NE(pCopy.get(), pBytes);
+    EXPECT_EQ(std::memcmp(pCopy.get(), "abc", 3), 0);
+
+    // An assignment to itself empties.
     const CBinaryData& same = a;
     a = same;
     EXPECT_EQ(a.GetData(), nullptr);
-}
-
-TEST(BinaryData, ComparesBytesAndTellsNoHolderFromAnEmptyOne)
-{
-    CBinaryData none, empty;
-    none.SetAsHexString("");
-    empty.SetAsBase64("!");
-    EXPECT_EQ(none.GetData(), nullptr);
-    EXPECT_NE(empty.GetData(), nullptr);
-    EXPECT_EQ(empty.GetLength(), 0u);
-    EXPECT_TRUE(none != empty);
-    EXPECT_TRUE(empty != none);
-    EXPECT_TRUE(empty == CBinaryData(empty));
-    EXPECT_TRUE(none == CBinaryData());
-    EXPECT_TRUE(CBinaryData("ab") == CBinaryData("ab"));
-    EXPECT_TRUE(CBinaryData("ab") != CBinaryData("ac"));
-    EXPECT_TRUE(CBinaryData("ab") != CBinaryData("abc"));
 }
 
 TEST(BinaryData, TheIndexAfterTheLastByteIsAdmitted)
@@ -113,46 +113,34 @@ TEST(BinaryData, TheIndexAfterTheLastByteIsAdmitted)
     EXPECT_EQ(copied[3], 0);
     EXPECT_EQ(&copied[3], copied.GetData() + 3);
     // An adopted block is exactly full; reading does not move it, writing finds room.
-    CBinaryData adopted(NewBytes("abc"), 3, true);
-    const unsigned char* pBefore = adopted.GetData();
+    CBinaryData adopted(NewBytes("abc"), 3, true), grown;
+    const unsigned char* const pBefore = adopted.GetData();
     EXPECT_EQ(std::as_const(adopted)[3], 0);
     EXPECT_EQ(adopted.GetData(), pBefore);
     adopted[3] = 'x';
     EXPECT_EQ(&adopted[3], adopted.GetData() + 3);
-    EXPECT_EQ(adopted.GetLength(), 3u);
-    EXPECT_EQ(ToText(adopted), "abc");
     adopted.Append('d');
     EXPECT_EQ(ToText(adopted), "abcd");
     // Any number of appended bytes leaves the spare one inside the block.
-    CBinaryData grown;
     for (int i = 0; i < 8192; ++i)
         grown.Append('x');
     EXPECT_EQ(std::as_const(grown)[8192], 0);
-
-    ExpectFailure<CQnException>([&] { copied[4]; }, "Index Out of range [4]");
-    ExpectFailure<CQnException>([&] { adopted[5]; }, "Index Out of range [5]");
-    ExpectFailure<CQnException>([] { CBinaryData()[0]; }, "Index Out of range [0]");
-    CBinaryData empty;
-    empty.SetAsBase64("!");
-    EXPECT_EQ(std::as_const(empty)[0], 0);
-    ExpectFailure<CQnException>([&] { empty[1]; }, "Index Out of range [1]");
+    EXPECT_EQ(Failure([&] { copied[4]; }), "Index Out of range [4]");
+    EXPECT_EQ(Failure([&] { adopted[5]; }), "Index Out of range [5]");
+    EXPECT_EQ(Failure([] { CBinaryData()[0]; }), "Index Out of range [0]");
 }
 
-TEST(BinaryData, Appends)
+TEST(BinaryData, AppendingAStringStopsAtItsFirstNul)
 {
     CBinaryData data;
     data.Append(static_cast<unsigned char>('a'));
-    data.Append('b');
-    data.Append("cd");
-    data.Append(std::string("ef"));
-    data.Append(CBinaryData("gh"));
+    data.Append(std::string("ef\0gh", 5));
     data.Append(Bytes("i\0j"), 3);
-    EXPECT_EQ(ToText(data), std::string("abcdefghi\0j", 11));
+    EXPECT_EQ(ToText(data), std::string("aefi\0j", 6));
     data.SetBuffer("");
     std::string strExpected;
-    for (int i = 0; i < 3000; ++i) {
-        const std::string strPiece(static_cast<std::size_t>(i % 50),
-                                   static_cast<char>('a' + i % 26));
+    for (std::size_t i = 0; i < 3000; ++i) {
+        const std::string strPiece(i % 50, static_cast<char>('a' + i % 26));
         data.Append(strPiece);
         data.Append('.');
         strExpected += strPiece + '.';
@@ -160,19 +148,10 @@ TEST(BinaryData, Appends)
     EXPECT_EQ(ToText(data), strExpected);
 }
 
-TEST(BinaryData, AppendingAStringStopsAtItsFirstNul)
-{
-    CBinaryData data;
-    data.Append(std::string("ab\0cd", 5));
-    EXPECT_EQ(ToText(data), "ab");
-}
-
 TEST(BinaryData, TakesItsOwnBytesAsArgument)
 {
     for (const bool bShared : {false, true}) {
-        SCOPED_TRACE(bShared);
-        CBinaryData data(NewBytes("abc"), 3, true);
-        CBinaryData other;
+        CBinaryData data(NewBytes("abc"), 3, true), other;
         if (bShared)
             other = data;
         data.Append(data);
@@ -192,94 +171,81 @@ TEST(BinaryData, TakesItsOwnBytesAsArgument)
     }
 }
 
-TEST(BinaryData, GivesItsBytesAway)
-{
-    CBinaryData alone(NewBytes("abc"), 3, true);
-    const unsigned char* pBefore = alone.GetData();
-    const std::unique_ptr<unsigned char[]> pBytes(alone.ReleaseData());
-    EXPECT_EQ(pBytes.get(), pBefore);
-    EXPECT_EQ(alone.GetData(), nullptr);
-
-    CBinaryData shared("abc");
-    const CBinaryData other(shared);
-    const std::unique_ptr<unsigned char[]> pCopy(shared.ReleaseData());
-    EXPECT_NE(pCopy.get(), other.GetData());
-    EXPECT_EQ(std::string(reinterpret_cast<const char*>(pCopy.get()), 3), "abc");
-    EXPECT_EQ(ToText(other), "abc");
-}
-
 TEST(BinaryData, ReadsAndWritesHexadecimalDigits)
 {
     CBinaryData data;
     data.SetAsHexString("00fFaB19");
     EXPECT_EQ(data.GetAsHexString(), "00FFAB19");
-    EXPECT_EQ(CBinaryData().GetAsHexString(), "");
-    EXPECT_EQ(CBinaryData::GetAsHexString(nullptr, 5), "");
-    unsigned char* pBytes = nullptr;
-    EXPECT_EQ(CBinaryData::ConvertToHexData("4A", &pBytes), 1u);
-    const std::unique_ptr<unsigned char[]> pOwner(pBytes);
-    EXPECT_EQ(pBytes[0], 0x4A);
-
-    ExpectFailure<CQnException>([&] { data.SetAsHexString("123"); },
-                                "Invalid length in hex string");
+    EXPECT_EQ(Failure([&] { data.SetAsHexString("123"); }), "Invalid length in hex string");
     EXPECT_EQ(data.GetData(), nullptr); // cleared ahead of the failure
     for (const char cBad : {'g', 'G', '/', ':', '@', '`', ' ', '\xe9'}) {
-        for (const std::string& strText : {std::string{'1', cBad}, std::string{cBad, '1'}}) {
-            data.SetBuffer("before");
-            ExpectFailure<CQnException>([&] { data.SetAsHexString(strText.c_str()); },
-                                        std::string("Invalid char in hex string [") + cBad + "]");
-            EXPECT_EQ(data.GetData(), nullptr);
-        }
+        for (const std::string& strText : {std::string{'1', cBad}, std::string{cBad, '1'}})
+            EXPECT_EQ(Failure([&] { data.SetAsHexString(strText.c_str()); }),
+                      std::string("Invalid char in hex string [") + cBad + "]");
     }
+}
+
+TEST(Base64, GoesThereAndBack)
+{
+    // RFC 4648, section 10, and all six-bit groups.
+    ExpectEach(Encode, {" -> ", "f -> Zg==", "fo -> Zm8=", "foo -> Zm9v", "foobar -> Zm9vYmFy"});
+    EXPECT_EQ(Encode(std::string("\0\x10\x83\x10\x51\x87\x20\x92\x8b\xff\xbf\xfe", 12)),
+              "ABCDEFGHIJKL/7/+");
+    std::string strAll;
+    for (int i = 0; i < 1000; ++i) {
+        EXPECT_EQ(Decode(Encode(strAll)), strAll);
+        strAll += static_cast<char>(i * 31);
+    }
+    EXPECT_EQ(CBase64().Encode(nullptr, 5), "");
+    EXPECT_EQ(CBase64().Encode(reinterpret_cast<const unsigned char*>("abc"), -1), "");
+    EXPECT_EQ(CBase64().Decode("Zm9v", nullptr), 0u);
+}
+
+TEST(Base64, DecodesLeniently)
+{
+    // Blanks, padding that is missing or in the middle, bits left over, Z and g and = with the top
+    // bit set. A bad character drops everything.
+    ExpectEach(Decode, {" Zm\r\n9v\tYg = =  -> foob", "Zg -> f", "Z=g -> f", "Zm9vZ -> foo",
+                        "\xda\x67\xbd -> f", "Zm9v! -> ", "Zm9v- -> ", "\xa1 -> ", "==== -> "});
 }
 
 TEST(DataHolder, RefusesToGiveOrGrowSharedBytes)
 {
     auto* pHolder = new CBinaryData::CDataHolder(NewBytes("abc"), 3, true);
     EXPECT_EQ(pHolder->GetExclusiveCopy(), pHolder);
-    pHolder->Append(Bytes("d"), 1);
-    EXPECT_EQ(pHolder->GetLength(), 4u);
     pHolder->AddRef();
-    ExpectFailure<CQnException>([&] { pHolder->Append(Bytes("e"), 1); },
-                                "Failed to append. [RefCount=2]");
-    ExpectFailure<CQnException>([&] { pHolder->Release(true); },
-                                "Failed to release data. [RefCount=1]");
-    pHolder->Append(Bytes("e"), 1); // the failed release gave one reference back; the lock is free
+    EXPECT_EQ(Failure([&] { pHolder->Append(Bytes("e"), 1); }), "Failed to append. [RefCount=2]");
+    EXPECT_EQ(Failure([&] { pHolder->Release(true); }), "Failed to release data. [RefCount=1]");
+    pHolder->Append(Bytes("d"), 1); // the failed release gave one reference back; the lock is free
     pHolder->AddRef();
     auto* pCopy = pHolder->GetExclusiveCopy();
-    EXPECT_NE(pCopy, pHolder);
-    EXPECT_EQ(std::string(reinterpret_cast<const char*>(pCopy->GetData()), pCopy->GetLength()),
-              "abcde");
-    pHolder->Append(Bytes("f"), 1); // it lost the other reference
+    pHolder->Append(Bytes("e"), 1); // it lost the other reference
+    EXPECT_EQ(pHolder->GetLength(), 5u);
     pHolder->Release(false);
     const std::unique_ptr<unsigned char[]> pBytes(pCopy->GetData());
     pCopy->Release(true);
-    EXPECT_EQ(pBytes[4], 'e');
+    EXPECT_EQ(std::memcmp(pBytes.get(), "abcd", 4), 0);
 }
 
 TEST(DataHolder, ServesHandlesOnSeveralThreads)
 {
     const CBinaryData common("common bytes");
     auto* pHolder = new CBinaryData::CDataHolder(NewBytes("x"), 1, true);
-    std::atomic<int> iWrong{0};
     std::vector<std::thread> vecThreads;
     for (int iThread = 0; iThread < 4; ++iThread) {
         // Each thread has a handle of its own from the start.
-        vecThreads.emplace_back([own = common, pHolder, iThread, &iWrong] {
+        vecThreads.emplace_back([own = common, pHolder] {
             for (int i = 0; i < 2000; ++i) {
-                CBinaryData copy(own);
-                copy.Append(static_cast<char>('0' + iThread));
-                CBinaryData second(own);
+                CBinaryData copy(own), second(own);
+                copy.Append('1');
                 second[0] = 'X';
-                if (copy.GetLength() != 13 || own.GetData()[0] != 'c')
-                    ++iWrong;
-                pHolder->Append(copy.GetData(), 1);
+                if (copy.GetLength() == 13 && own.GetData()[0] == 'c')
+                    pHolder->Append(copy.GetData(), 1);
             }
         });
     }
     for (std::thread& thread : vecThreads)
         thread.join();
-    EXPECT_EQ(iWrong, 0);
     EXPECT_EQ(pHolder->GetLength(), 8001u);
     EXPECT_EQ(ToText(common), "common bytes");
     pHolder->Release(false);
