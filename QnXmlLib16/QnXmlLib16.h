@@ -55,6 +55,7 @@
 #include "QnXmlLib16/binding/ClassfactoryBase.h"
 #include "QnXmlLib16/binding/ElementInfo.h"
 #include "QnXmlLib16/binding/ElementInfoAll.h"
+#include "QnXmlLib16/binding/ElementInfoBase.h"
 #include "QnXmlLib16/binding/ElementInfoChoice.h"
 #include "QnXmlLib16/binding/ElementInfoSeq.h"
 #include "QnXmlLib16/binding/ElementTypes.h"

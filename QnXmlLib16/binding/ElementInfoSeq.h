@@ -1,6 +1,6 @@
 #pragma once
 
-#include "QnXmlLib16/binding/ElementInfo.h"
+#include "QnXmlLib16/binding/ElementInfoBase.h"
 
 namespace QnXmlLib16Data {
 

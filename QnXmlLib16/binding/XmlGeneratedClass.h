@@ -117,9 +117,6 @@ public:
     bool DoesElementContainOptionalElements() const;
     void ReadProperty(int nProperty, QnVariant& value) const;
 
-protected:
-    CXmlGeneratedClass();
-
     // Destroys record and tables, entry by entry, and sets the pointers to null. Null pointers are
     // passed over.
     static void CleanMetaData(QnXmlLib16Data::CParentElementInfo*& pInfo,
@@ -128,6 +125,9 @@ protected:
 
     // Taken by generated code while it builds its record and tables, never by the library.
     static CQNCriticalSection m_csInit;
+
+protected:
+    CXmlGeneratedClass();
 
 private:
     INillable* FindNillable(const QnXmlLib16Data::CParentElementInfo& info);

@@ -1,5 +1,5 @@
 #include "QnXmlLib16/binding/AttributeInfo.h"
-#include "QnXmlLib16/binding/ElementInfo.h"
+#include "QnXmlLib16/binding/ElementInfoBase.h"
 #include "QnXmlLib16/binding/Nillable.h"
 #include "QnXmlLib16/binding/ParentElementInfo.h"
 #include "QnXmlLib16/binding/SerializationContext.h"

@@ -1,4 +1,4 @@
-#include "QnXmlLib16/binding/ElementInfo.h"
+#include "QnXmlLib16/binding/ElementInfoBase.h"
 
 #include "QnXmlLib16/binding/SerializationContext.h"
 #include "QnXmlLib16/binding/XmlGeneratedClass.h"
