@@ -234,8 +234,14 @@ TEST(DamagedDocuments, IndexesStandForBoundedText)
     EXPECT_EQ(Read(strChunk + Repeated(Bytes("A0"), 60) + Bytes("F0")).size(), 61000004u);
     const std::string strSmall =
         Bytes("E0 00 00 01 00 3C 00 'a' 93 00 00 03 E5") + std::string(1256, 'y');
-    EXPECT_EQ(Read(strSmall + Repeated(Bytes("A0"), 60000) + Bytes("F0")),
-              "<Failed to parse FastInfoset. The indexes stand for too much text.>");
+    constexpr char kTooMuch[] =
+        "<Failed to parse FastInfoset. The indexes stand for too much text.>";
+    EXPECT_EQ(Read(strSmall + Repeated(Bytes("A0"), 60000) + Bytes("F0")), kTooMuch);
+    // The same in declarations of a namespace, which a tree keeps once for each prefix.
+    const std::string strNamespace =
+        Bytes("E0 00 00 01 00 38 CD 60 00 00 03 A7") + std::string(1256, 'y');
+    EXPECT_EQ(Read(strNamespace + Repeated(Bytes("CD 81"), 60000) + Bytes("F0 3C 00 'a' FF")),
+              kTooMuch);
 }
 
 TEST(DamagedDocuments, DepthCostsNoStack)

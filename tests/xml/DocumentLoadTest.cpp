@@ -65,13 +65,27 @@ public:
     void LoadInPieces(const std::string& strXml, std::size_t nPiece)
     {
         Cleanup();
-        unsigned char* pBytes = new unsigned char[strXml.size()];
-        SetBuffer(pBytes, strXml.size());
-        std::memcpy(pBytes, strXml.data(), strXml.size());
         CExpatReader reader(*this);
         reader.SetPieceSize(nPiece);
         reader.CreateParser();
-        reader.Parse(true);
+        Parse(reader, strXml, true);
+    }
+
+    void LoadInCalls(std::initializer_list<std::string> parts)
+    {
+        CExpatReader reader(*this);
+        reader.CreateParser();
+        for (const std::string& strPart : parts)
+            Parse(reader, strPart, &strPart == parts.end() - 1);
+    }
+
+private:
+    void Parse(CExpatReader& reader, const std::string& strXml, bool bFinal)
+    {
+        unsigned char* pBytes = new unsigned char[strXml.size()];
+        SetBuffer(pBytes, strXml.size());
+        std::memcpy(pBytes, strXml.data(), strXml.size());
+        reader.Parse(bFinal);
     }
 };
 
@@ -299,6 +313,34 @@ TEST(DocumentLoad, TakesLargeTokensInLinearTime)
     EXPECT_EQ(document.GetDocumentElement()->GetText(), strLarge);
 }
 
+TEST(DocumentLoad, GoesOnInFurtherCalls)
+{
+    CPieceDocument document;
+    document.LoadInCalls({"<a>1<b>x", "y</b>2", "3</a>"});
+    EXPECT_EQ(Dump(document), "a'123'(b'xy')");
+}
+
+TEST(DocumentLoad, CallbacksOutsideAParseActAtOnce)
+{
+    CXmlDocument document;
+    CExpatReader reader(document);
+    const char* const apszNone[] = {nullptr};
+    CExpatReader::FnStartElement(&reader, "u|a", const_cast<const char**>(apszNone));
+    CExpatReader::FnText(&reader, "x\ry", 3);
+    document.AddChildElement("", "b");
+    CExpatReader::FnStartCDATA(&reader);
+    EXPECT_EQ(Dump(document), "{u}a'xy'(b'<![CDATA[')");
+}
+
+TEST(DocumentLoad, NamesShareTheTextOfTheirNamespace)
+{
+    CXmlDocument document;
+    document.LoadXml(("<a xmlns='" + std::string(100000, 'n') + "'><b/><c/></a>").c_str());
+    const CXmlElement& root = *document.GetDocumentElement();
+    EXPECT_EQ(&root.GetNamespaceURI(), &root.GetFirstElement()->GetNamespaceURI());
+    EXPECT_EQ(root.GetNamespaceURI(), std::string(100000, 'n'));
+}
+
 TEST(DocumentLoad, TextWithoutAnElementFailsTheParse)
 {
     for (const auto fnText : {CExpatReader::FnStartCDATA, CExpatReader::FnEndCDATA}) {
@@ -325,11 +367,12 @@ TEST(ElementDone, ShowsElementsInnermostFirstAndRemovesThemOnDemand)
 {
     static std::string strSeen;
     CXmlDocument document([](CXmlElement* pElement) {
-        strSeen += pElement->GetXPath() + " ";
+        strSeen += pElement->GetXPath() + " " +
+                   pElement->GetDocument()->GetDocumentElement()->GetText() + " ";
         return pElement->GetLocalName() != "keep"; // the answer for the root is ignored
     });
     document.LoadXml("<a>1<b><c/></b>2<keep><c/>x</keep><b/>3</a>");
-    EXPECT_EQ(strSeen, "/a/b/c /a/b /a/keep/c /a/keep /a/b /a ");
+    EXPECT_EQ(strSeen, "/a/b/c 1 /a/b 1 /a/keep/c 12 /a/keep 12 /a/b 12 /a 123 ");
     EXPECT_EQ(Dump(document), "a'123'(keep'x')");
 }
 
