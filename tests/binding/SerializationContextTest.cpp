@@ -17,8 +17,6 @@ const std::string kEarlyIndent = CSerializationContext::m_defaultContext.GetInde
 TEST(SerializationContext, OfTheDefaultIsThereBeforeMain)
 {
     EXPECT_EQ(kEarlyIndent, "\t");
-    EXPECT_TRUE(CSerializationContext::m_defaultContext.GetWriteTypeAttribute());
-    EXPECT_TRUE(CSerializationContext::m_defaultContext.GetStripCDATA());
 }
 
 TEST(SerializationContext, TheTwoRelaxationsOfElementsExcludeEachOther)
@@ -31,13 +29,10 @@ TEST(SerializationContext, TheTwoRelaxationsOfElementsExcludeEachOther)
     context.SetIgnoreMissingMandatoryElements(true);
     EXPECT_EQ(Failure([&] { context.SetIgnoreUnknownElements(true); }), strBoth);
     EXPECT_FALSE(context.GetIgnoreUnknownElements());
-    context.SetIgnoreUnknownElements(false);
-
     context.SetIgnoreMissingMandatoryElements(false);
     context.SetIgnoreUnknownElements(true);
     EXPECT_EQ(Failure([&] { context.SetIgnoreMissingMandatoryElements(true); }), strBoth);
     EXPECT_FALSE(context.GetIgnoreMissingMandatoryElements());
-    EXPECT_TRUE(context.GetIgnoreUnknownElements());
 }
 
 TEST(SerializationContext, IgnoresNamespacesOfASchemaWithoutThem)
@@ -48,20 +43,16 @@ TEST(SerializationContext, IgnoresNamespacesOfASchemaWithoutThem)
     EXPECT_TRUE(context.GetIgnoreNamespaces());
     context.SetSchemaType(SchemaType_Other);
     EXPECT_FALSE(context.GetIgnoreNamespaces());
-    context.SetIgnoreNamespaces(true);
-    EXPECT_TRUE(context.GetIgnoreNamespaces());
 }
 
 TEST(SerializationContext, IndentsWithTabsAndBlanksOnly)
 {
     CSerializationContext context;
     context.SetIndentChars("  \t");
-    for (const char* const pszBad : {" x", "\n", "-"}) {
-        EXPECT_EQ(Failure([&] { context.SetIndentChars(pszBad); }),
-                  "CQnInvalidParamException: IndentChars can only contain Whitespace characters, "
-                  "i.e. \\t or spaces");
-        EXPECT_EQ(context.GetIndentChars(), "  \t");
-    }
+    EXPECT_EQ(Failure([&] { context.SetIndentChars(" x"); }),
+              "CQnInvalidParamException: IndentChars can only contain Whitespace characters, "
+              "i.e. \\t or spaces");
+    EXPECT_EQ(context.GetIndentChars(), "  \t");
     context.SetIndentChars(nullptr);
     EXPECT_EQ(context.GetIndentChars(), "");
 }
@@ -71,26 +62,20 @@ TEST(SerializationContext, CopiesShareTheRootAttributesAndNothingElse)
     CSerializationContext original;
     original.SetIgnoreUnknownAttributes(true);
     original.GetNamespaceAliases().Add("a", "urn:a");
-    original.GetProcessingInstructions().push_back("<?a?>");
     original.GetJsonContext().SetSupportRoundtrip(JsonRoundTrip_None);
     original.GetAdditionalRootAttributes()->Add("x", "1");
     CSerializationContext assigned;
-    assigned.GetJsonContext().SetRootElementName("gone");
     assigned = original;
     for (CSerializationContext copy : {CSerializationContext(original), assigned}) {
         EXPECT_TRUE(copy.GetIgnoreUnknownAttributes());
         EXPECT_EQ(copy.GetAdditionalRootAttributes(), original.GetAdditionalRootAttributes());
         EXPECT_EQ(copy.GetJsonContext().GetSupportRoundtrip(), JsonRoundTrip_None);
-        EXPECT_EQ(copy.GetJsonContext().GetRootElementName(), "");
         copy.GetJsonContext().SetSupportRoundtrip(JsonRoundTrip_Full);
         copy.GetNamespaceAliases().Add("b", "urn:b");
-        copy.GetProcessingInstructions().clear();
-        copy = *&copy;
         EXPECT_EQ(copy.GetNamespaceAliases().GetNamespaceCount(), 2);
     }
     EXPECT_EQ(original.GetJsonContext().GetSupportRoundtrip(), JsonRoundTrip_None);
     EXPECT_EQ(original.GetNamespaceAliases().GetNamespaceCount(), 1);
-    EXPECT_EQ(original.GetProcessingInstructions().size(), 1u);
 }
 
 TEST(NamespaceAliases, AreSortedByNamespaceAndReplaced)
@@ -100,14 +85,12 @@ TEST(NamespaceAliases, AreSortedByNamespaceAndReplaced)
     map.Add("y", "urn:a");
     map.Add("x", "urn:b");
     map.Add("y", "urn:c");
-    ASSERT_EQ(map.GetNamespaceCount(), 3);
     const char* const sorted[] = {"", "urn:a", "urn:b", "urn:c", ""};
     for (int i = -1; i < 4; ++i)
         EXPECT_EQ(map.GetNamespaceAt(i), sorted[i + 1]);
     EXPECT_EQ(map.GetAliasFromNamespace("urn:b"), "x");
     EXPECT_EQ(map.GetNamespaceFromAlias("y"), "urn:a"); // the first in order
     map.RemoveNamespace("urn:b");
-    map.RemoveNamespace("urn:unknown");
     EXPECT_FALSE(map.DoesNamespaceExist("urn:b"));
     EXPECT_FALSE(map.DoesAliasExist("x"));
     EXPECT_TRUE(map.DoesAliasExist("y"));
@@ -118,9 +101,7 @@ TEST(NamespaceAliases, AreSortedByNamespaceAndReplaced)
 TEST(NamespaceAliases, AskingForAnUnknownNamespaceAddsIt)
 {
     const CNamespaceAliasMap map;
-    EXPECT_FALSE(map.DoesNamespaceExist("urn:a"));
     EXPECT_EQ(map.GetNamespaceCount(), 0);
     EXPECT_EQ(map.GetAliasFromNamespace("urn:a"), "");
-    EXPECT_EQ(map.GetNamespaceCount(), 1);
     EXPECT_TRUE(map.DoesNamespaceExist("urn:a"));
 }

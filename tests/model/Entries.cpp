@@ -1,43 +1,17 @@
 #include "Entries.h"
 
-#include "QnXmlLib16/binding/AttributeInfo.h"
 #include "QnXmlLib16/binding/ClassfactoryBase.h"
 #include "QnXmlLib16/binding/ElementInfoSeq.h"
 #include "QnXmlLib16/collections/Element.h"
 #include "QnXmlLib16/support/Exceptions.h"
 
 #include <cstring>
+#include <memory>
 
 using namespace QnXmlLib16;
 using namespace QnXmlLib16Data;
 
 namespace Model {
-
-namespace {
-
-CAttributeInfo* OptionalAttribute(const char* pszName, int nProperty, ItemType type)
-{
-    return new CAttributeInfoPrimitive(pszName, "", nProperty, true, type, nullptr,
-                                       CWhitespaceUtils::WhitespaceRule_Collapse, {}, nullptr);
-}
-
-const CTables& Hammer()
-{
-    static const CTables tables(XmlElementGroupType_Sequence, kReal,
-                                {Prim<CElementInfoSeqPrimMnd>("weight", 0, it_decimal)}, {}, {},
-                                "Hammer", true);
-    return tables;
-}
-
-const CTables& Saw()
-{
-    static const CTables tables(XmlElementGroupType_Sequence, kReal,
-                                {Prim<CElementInfoSeqPrimMnd>("teeth", 0, it_i4)}, {}, {}, "Saw",
-                                true);
-    return tables;
-}
-
-} // namespace
 
 const char* FinishToText(int nFinish)
 {
@@ -53,6 +27,21 @@ int TextToFinish(const char* pszText)
     throw CQnInvalidValueException(std::string("No finish [") + pszText + "]");
 }
 
+CAttributeInfo* Attribute(const char* pszName, int nProperty, bool bOptional, ItemType type,
+                          const char* pszDefault, const CPrimitiveRestrictions& restrictions,
+                          const char* pszFormat)
+{
+    return new CAttributeInfoPrimitive(pszName, "", nProperty, bOptional, type, pszFormat,
+                                       kCollapse, restrictions, pszDefault);
+}
+
+CAttributeInfo* EnumAttribute(const char* pszName, int nProperty, bool bOptional,
+                              const char* pszDefault)
+{
+    return new CAttributeInfoEnum(pszName, "", nProperty, bOptional, FinishToText, TextToFinish,
+                                  pszDefault);
+}
+
 CPrimitiveRestrictions AtMost(const char* pszMax)
 {
     return {nullptr, -1, -1, nullptr, pszMax, nullptr, nullptr, -1, -1, -1};
@@ -62,7 +51,7 @@ const CTables& Vice()
 {
     static const CTables tables(XmlElementGroupType_Sequence, kReal,
                                 {Prim<CElementInfoSeqPrimMnd>("jaw", 1, it_i4)},
-                                {OptionalAttribute("no", 0, it_i4)});
+                                {Attribute("no", 0, true, it_i4)});
     return tables;
 }
 
@@ -71,17 +60,24 @@ const CTables& Span()
     static const CTables tables(XmlElementGroupType_Sequence, kPseudo,
                                 {Prim<CElementInfoSeqPrimMnd>("from", 0, it_i4),
                                  Prim<CElementInfoSeqPrimOpt>("to", 1, it_i4)},
-                                {OptionalAttribute("unit", 2, it_string)});
+                                {Attribute("unit", 2, true, it_string)});
     return tables;
 }
 
 CSmartPtr<CXmlObjectBase> MakeTool(CXmlElement* pElement)
 {
+    const auto type = [](const char* pszName, CElementInfo* pMember) {
+        return std::make_unique<CTables>(new CParentElementInfo(XmlElementGroupType_Sequence, kReal,
+                                                                pszName, "", true, true, -1,
+                                                                it_none, nullptr, false),
+                                         std::vector{pMember});
+    };
+    static const auto pHammer =
+        type("Hammer", Prim<CElementInfoSeqPrimMnd>("weight", 0, it_decimal));
+    static const auto pSaw = type("Saw", Prim<CElementInfoSeqPrimMnd>("teeth", 0, it_i4));
     const std::string strType = CClassfactoryBase::GetElementType(pElement);
-    if (strType == "Drill")
-        throw CQnInvalidStateException("out of stock");
-    const CTables* const pTables = strType == "Hammer" ? &Hammer()
-                                   : strType == "Saw"  ? &Saw()
+    const CTables* const pTables = strType == "Hammer" ? pHammer.get()
+                                   : strType == "Saw"  ? pSaw.get()
                                                        : nullptr;
     return pTables ? MakeSheet(pTables->GetClassId(), "tool") : CSmartPtr<CXmlObjectBase>();
 }

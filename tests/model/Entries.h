@@ -2,6 +2,7 @@
 
 #include "Sheet.h"
 
+#include "QnXmlLib16/binding/AttributeInfo.h"
 #include "QnXmlLib16/binding/ElementInfo.h"
 #include "QnXmlLib16/validation/PrimitiveRestrictions.h"
 #include "QnXmlLib16/validation/WhitespaceUtils.h"
@@ -9,6 +10,8 @@
 // Short forms of table entries, and what the entries of several tests need: an enumeration, and
 // classes for children.
 namespace Model {
+
+inline constexpr auto kCollapse = QnXmlLib16::CWhitespaceUtils::WhitespaceRule_Collapse;
 
 // raw, oiled; a text that is neither throws CQnInvalidValueException "No finish [%s]".
 const char* FinishToText(int nFinish);
@@ -19,8 +22,7 @@ TInfo* Prim(const char* pszName, int nProperty, QnXmlLib16::ItemType type = QnXm
             const char* pszDefault = nullptr,
             const QnXmlLib16::CPrimitiveRestrictions& restrictions = {})
 {
-    return new TInfo(pszName, "", nProperty, true, type, nullptr,
-                     QnXmlLib16::CWhitespaceUtils::WhitespaceRule_Collapse, restrictions,
+    return new TInfo(pszName, "", nProperty, true, type, nullptr, kCollapse, restrictions,
                      pszDefault);
 }
 
@@ -29,6 +31,14 @@ TInfo* Enum(const char* pszName, int nProperty, const char* pszDefault = nullptr
 {
     return new TInfo(pszName, "", nProperty, true, FinishToText, TextToFinish, pszDefault);
 }
+
+QnXmlLib16Data::CAttributeInfo*
+Attribute(const char* pszName, int nProperty, bool bOptional, QnXmlLib16::ItemType type,
+          const char* pszDefault = nullptr,
+          const QnXmlLib16::CPrimitiveRestrictions& restrictions = {},
+          const char* pszFormat = nullptr);
+QnXmlLib16Data::CAttributeInfo* EnumAttribute(const char* pszName, int nProperty, bool bOptional,
+                                              const char* pszDefault = nullptr);
 
 // Not above nMax.
 QnXmlLib16::CPrimitiveRestrictions AtMost(const char* pszMax);
@@ -40,8 +50,7 @@ const CTables& Vice();
 // around it
 const CTables& Span();
 
-// The class that xsi:type names: Hammer (weight (0)) or Saw (teeth (0)). Null for any other, and
-// CQnInvalidStateException "out of stock" for Drill.
+// The class that xsi:type names: Hammer (weight (0)) or Saw (teeth (0)). Null for any other.
 QnXmlLib16::CSmartPtr<QnXmlLib16::CXmlObjectBase> MakeTool(QnXmlLib16::CXmlElement* pElement);
 
 CSheetCol* MakeVices(const char* pszName, int iMin = 0, int iMax = -1);

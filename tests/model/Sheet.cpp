@@ -7,6 +7,7 @@
 #include "QnXmlLib16/support/Exceptions.h"
 #include "QnXmlLib16/xml/XmlElement.h"
 
+#include <cstring>
 #include <gtest/gtest.h>
 #include <typeinfo>
 #include <utility>
@@ -26,7 +27,7 @@ std::string DumpObject(CXmlObjectBase& object)
 {
     if (const CSheet* const pSheet = dynamic_cast<const CSheet*>(&object))
         return "{" + pSheet->Dump() + "}";
-    return object.ToXml(false, false, EOLType_LF, CSerializationContext());
+    return ToText(object);
 }
 
 std::string DumpItems(CXmlCollectionBase& collection)
@@ -64,9 +65,15 @@ std::string ShortClassName(const CQnException& e)
 
 CTables::CTables(XmlElementGroupType groupType, XmlElementType elementType,
                  std::vector<CElementInfo*> elements, std::vector<CAttributeInfo*> attributes,
-                 std::vector<CHeld> held, const char* pszTypeName, bool bWriteType)
-    : m_pInfo(new CParentElementInfo(groupType, elementType, pszTypeName, "", elementType == kReal,
-                                     bWriteType, -1, it_none, nullptr, false)),
+                 std::vector<CHeld> held)
+    : CTables(new CParentElementInfo(groupType, elementType, "SheetType", "", elementType == kReal,
+                                     false, -1, it_none, nullptr, false),
+              std::move(elements), std::move(attributes), std::move(held))
+{}
+
+CTables::CTables(CParentElementInfo* pInfo, std::vector<CElementInfo*> elements,
+                 std::vector<CAttributeInfo*> attributes, std::vector<CHeld> held)
+    : m_pInfo(pInfo),
       m_vecElements(std::move(elements)),
       m_vecAttributes(std::move(attributes)),
       m_vecHeld(std::move(held)),
@@ -89,7 +96,10 @@ CTables::~CTables()
 
 CHeld HeldObject(int nProperty, std::function<CXmlObjectBase*()> make)
 {
-    return {nProperty, [make](QnVariant& value) { value.SetXmlObject(make()); }};
+    return {nProperty, [make](QnVariant& value) {
+                const CSmartPtr<CXmlObjectBase> pObject(make());
+                value.SetXmlObject(pObject.GetPtr());
+            }};
 }
 
 CHeld HeldSheet(int nProperty, const CTables& tables, const char* pszName)
@@ -151,7 +161,8 @@ CAttributeInfo** CSheet::GetClassAttributeInfo() const
 
 void CSheet::Init()
 {
-    m_values.clear();
+    for (auto& [nProperty, value] : m_values)
+        value = QnVariant();
     for (const CHeld& held : m_tables.m_vecHeld)
         held.hold(m_values[held.nProperty]);
 }
@@ -218,28 +229,14 @@ CstringCol* MakeTexts(const char* pszName, int iMin, int iMax)
 
 CSerializationContext MakeContext(const char* pszFlags)
 {
+    const auto has = [&](char c) { return std::strchr(pszFlags, c) != nullptr; };
     CSerializationContext context;
-    for (const char* psz = pszFlags; *psz; ++psz) {
-        switch (*psz) {
-        case 'c':
-            context.SetIgnoreInvalidCollectionCounts(true);
-            break;
-        case 'm':
-            context.SetIgnoreMissingMandatoryElements(true);
-            break;
-        case 'n':
-            context.SetIgnoreNamespaces(true);
-            break;
-        case 'u':
-            context.SetIgnoreUnknownElements(true);
-            break;
-        case 'x':
-            context.SetIgnoreMissingChoice(true);
-            break;
-        default:
-            throw CQnInvalidParamException(std::string("no such flag: ") + *psz);
-        }
-    }
+    context.SetIgnoreUnknownAttributes(has('a'));
+    context.SetIgnoreInvalidCollectionCounts(has('c'));
+    context.SetIgnoreMissingMandatoryElements(has('m'));
+    context.SetIgnoreNamespaces(has('n'));
+    context.SetIgnoreUnknownElements(has('u'));
+    context.SetIgnoreMissingChoice(has('x'));
     return context;
 }
 
@@ -291,11 +288,15 @@ std::string LeftOver(const std::string& strName)
            strName + "] remains un processed @/r";
 }
 
-std::string Write(const CSheet& sheet, const char* pszFlags)
+std::string ToText(const CXmlObjectBase& object, const CSerializationContext& context)
+{
+    return object.ToXml(false, false, EOLType_LF, context);
+}
+
+std::string WriteChildren(const CSheet& sheet, const char* pszFlags)
 {
     std::string strText;
-    const std::string strFailure =
-        Failure([&] { strText = sheet.ToXml(false, false, EOLType_LF, MakeContext(pszFlags)); });
+    const std::string strFailure = Failure([&] { strText = ToText(sheet, MakeContext(pszFlags)); });
     if (!strFailure.empty())
         return strFailure;
     const std::size_t nStart = strText.find('>') + 1;

@@ -38,12 +38,15 @@ CHeld HeldItems(int nProperty, std::function<QnXmlLib16::CXmlCollectionBase*()> 
 class CTables
 {
 public:
-    // Takes ownership of the entries.
+    // Both take ownership of the entries, the second of the record too.
     CTables(QnXmlLib16::XmlElementGroupType groupType, QnXmlLib16::XmlElementType elementType,
             std::vector<QnXmlLib16Data::CElementInfo*> elements,
             std::vector<QnXmlLib16Data::CAttributeInfo*> attributes = {},
-            std::vector<CHeld> held = {}, const char* pszTypeName = "SheetType",
-            bool bWriteType = false);
+            std::vector<CHeld> held = {});
+    CTables(QnXmlLib16Data::CParentElementInfo* pInfo,
+            std::vector<QnXmlLib16Data::CElementInfo*> elements,
+            std::vector<QnXmlLib16Data::CAttributeInfo*> attributes = {},
+            std::vector<CHeld> held = {});
     CTables(const CTables&) = delete;
     CTables& operator=(const CTables&) = delete;
     ~CTables();
@@ -85,7 +88,7 @@ public:
     // own properties or, wildcards, by their XML, and collections by their items.
     std::string Dump() const;
 
-    std::map<int, QnXmlLib16::QnVariant> m_values;
+    std::map<int, QnXmlLib16::QnVariant> m_values;           // entries stay where they are
     std::function<void(int nProperty, bool bRead)> m_before; // called before each access
 
     static int s_nAlive;
@@ -124,8 +127,9 @@ private:
 // Texts without facets.
 QnXmlLib16::CstringCol* MakeTexts(const char* pszName, int iMin = 0, int iMax = -1);
 
-// Each letter is a setting: c IgnoreInvalidCollectionCounts, m IgnoreMissingMandatoryElements,
-// n IgnoreNamespaces, u IgnoreUnknownElements, x IgnoreMissingChoice.
+// Each letter is a setting: a IgnoreUnknownAttributes, c IgnoreInvalidCollectionCounts,
+// m IgnoreMissingMandatoryElements, n IgnoreNamespaces, u IgnoreUnknownElements,
+// x IgnoreMissingChoice.
 QnXmlLib16::CSerializationContext MakeContext(const char* pszFlags);
 
 // "" if the action succeeds, else the chain of what it throws: "Class: message @path", outermost
@@ -148,7 +152,11 @@ void ExpectReads(const CTables& tables, std::initializer_list<ReadRow> rows);
 // The failure of a read that leaves <strName> over in <r>.
 std::string LeftOver(const std::string& strName);
 
+// The object as XML text without declaration and line feeds.
+std::string ToText(const QnXmlLib16::CXmlObjectBase& object,
+                   const QnXmlLib16::CSerializationContext& context = {});
+
 // What is written between <r> and </r>, or the failure.
-std::string Write(const CSheet& sheet, const char* pszFlags = "");
+std::string WriteChildren(const CSheet& sheet, const char* pszFlags = "");
 
 } // namespace Model

@@ -1,8 +1,9 @@
 #include "Ship.h"
 
-#include "SpineInfo.h"
+#include "Entries.h"
 
 #include "QnXmlLib16/binding/ElementInfoSeq.h"
+#include "QnXmlLib16/support/Exceptions.h"
 
 using namespace QnXmlLib16;
 using namespace QnXmlLib16Data;
@@ -11,42 +12,20 @@ namespace Model {
 
 namespace {
 
-enum Property : int
+CParentElementInfo* Record(const char* pszName, XmlElementType elementType, bool bStrict,
+                           int nValueProperty = -1, ItemType valueType = it_none)
 {
-    Property_By,
-    Property_Value,
-    Property_Watch,
-    Property_Captain,
-    Property_Mate,
-    Property_Id,
-    Property_Flag,
-    Property_Name,
-    Property_Tons,
-    Property_Crew,
-    Property_Log
-};
-
-const CPrimitiveRestrictions kNoFacets;
-const CPrimitiveRestrictions kUpTo20Characters(nullptr, -1, 20, nullptr, nullptr, nullptr, nullptr,
-                                               -1, -1, -1);
-const CPrimitiveRestrictions kFrom500(nullptr, -1, -1, "500", nullptr, nullptr, nullptr, -1, -1,
-                                      -1);
-
-void Access(bool bRead, QnVariant& value, QnVariant& member)
-{
-    if (bRead)
-        value = member;
-    else
-        member = value;
+    return new CParentElementInfo(XmlElementGroupType_Sequence, elementType, pszName,
+                                  kShipNamespace, bStrict, elementType == kReal, nValueProperty,
+                                  valueType, nullptr, false);
 }
 
-template <class TChild>
-void Access(bool bRead, QnVariant& value, CSmartPtr<TChild>& member)
+template <class TInfo>
+TInfo* Member(const char* pszName, int nProperty, bool bNillable = false, ItemType type = it_string,
+              const char* pszDefault = nullptr)
 {
-    if (bRead)
-        value.SetXmlObject(member.GetPtr());
-    else
-        member = GeneratedSupport::GetObjectOf<TChild>(value);
+    return new TInfo(pszName, kShipNamespace, nProperty, bNillable, type, nullptr, kCollapse, {},
+                     pszDefault);
 }
 
 template <class TChild>
@@ -55,135 +34,67 @@ CSmartPtr<CXmlObjectBase> Create(int, const char*)
     return CSmartPtr<TChild>(new TChild);
 }
 
+const CTables& LogTables()
+{
+    static CTables tables(Record("LogType", kReal, true, 1, it_i4), {},
+                          {Attribute("by", 0, true, it_string)},
+                          {{1, [](QnVariant& value) { value.SetI4(0); }}});
+    tables.m_strNamespace = kShipNamespace;
+    return tables;
+}
+
+const CTables& CrewTables()
+{
+    static CTables tables(
+        Record("CrewGroup", kPseudo, false),
+        {Member<CElementInfoSeqPrimMnd>("captain", 1), Member<CElementInfoSeqPrimOpt>("mate", 2)},
+        {Attribute("watch", 0, true, it_string)});
+    tables.m_strNamespace = kShipNamespace;
+    return tables;
+}
+
+const CTables& ShipTables()
+{
+    static CTables tables(
+        Record("ShipType", kReal, false),
+        {Member<CElementInfoSeqPrimMnd>("name", 2),
+         Member<CElementInfoSeqPrimOpt>("tons", 3, true, it_i4, "100"),
+         new CElementInfoSeqClsMnd("crew", kShipNamespace, 4, kPseudo, Create<CCrewGroup>, 0,
+                                   false),
+         new CElementInfoSeqClsOpt("log", kShipNamespace, 5, kReal, Create<CLog>, 0)},
+        {Attribute("id", 0, false, it_i4), Attribute("flag", 1, true, it_string)},
+        {{0, [](QnVariant& value) { value.SetI4(0); }},
+         HeldObject(4, [] { return new CCrewGroup; }),
+         HeldObject(5, [] { return new CLog; })});
+    tables.m_strNamespace = kShipNamespace;
+    return tables;
+}
+
 } // namespace
 
-CLog::CLog()
-{
-    SetElementName("log");
-    CLog::Init();
-}
-
-const CLog::CMetaData& CLog::GetMetaData() const
-{
-    static const CMetaData data([](CMetaData& table) {
-        table.SetClass(new CParentElementInfo(XmlElementGroupType_Sequence, XmlElementType_Element,
-                                              "LogType", kShipNamespace, true, true, Property_Value,
-                                              it_i4, nullptr, false));
-        table.Add(new CValueAttributeInfo("by", "", Property_By, true, it_string));
-    });
-    return data;
-}
-
-void CLog::AccessProperty(int nProperty, bool bRead, QnVariant& value)
-{
-    Access(bRead, value, nProperty == Property_By ? m_by : m_value);
-}
+CLog::CLog() : CSheet(LogTables(), "log") {}
 
 void CLog::Init()
 {
-    m_by.SetInvalid();
-    m_value.SetI4(0);
+    CSheet::Init();
     m_bNil = false;
 }
 
-const CCrewGroup::CMetaData& CCrewGroup::GetMetaData() const
-{
-    static const CMetaData data([](CMetaData& table) {
-        table.SetClass(new CParentElementInfo(
-            XmlElementGroupType_Sequence, XmlElementType_PseudoElement, "CrewGroup", kShipNamespace,
-            false, false, -1, it_none, nullptr, false));
-        table.Add(new CElementInfoSeqPrimMnd("captain", kShipNamespace, Property_Captain, false,
-                                             it_string, nullptr, kCollapse, kNoFacets, nullptr));
-        table.Add(new CElementInfoSeqPrimOpt("mate", kShipNamespace, Property_Mate, false,
-                                             it_string, nullptr, kCollapse, kNoFacets, nullptr));
-        table.Add(new CValueAttributeInfo("watch", "", Property_Watch, true, it_string));
-    });
-    return data;
-}
+CCrewGroup::CCrewGroup() : CSheet(CrewTables(), "") {}
 
-void CCrewGroup::AccessProperty(int nProperty, bool bRead, QnVariant& value)
-{
-    Access(bRead, value,
-           nProperty == Property_Watch     ? m_watch
-           : nProperty == Property_Captain ? m_captain
-                                           : m_mate);
-}
-
-void CCrewGroup::Init()
-{
-    m_watch.SetInvalid();
-    m_captain.SetInvalid();
-    m_mate.SetInvalid();
-}
-
-CShip::CShip()
-{
-    SetElementName("ship");
-    CShip::Init();
-}
-
-const CShip::CMetaData& CShip::GetMetaData() const
-{
-    static const CMetaData data([](CMetaData& table) {
-        table.SetClass(new CParentElementInfo(XmlElementGroupType_Sequence, XmlElementType_Element,
-                                              "ShipType", kShipNamespace, false, true, -1, it_none,
-                                              nullptr, false));
-        table.Add(new CElementInfoSeqPrimMnd("name", kShipNamespace, Property_Name, false,
-                                             it_string, nullptr, kCollapse, kUpTo20Characters,
-                                             nullptr));
-        table.Add(new CElementInfoSeqPrimOpt("tons", kShipNamespace, Property_Tons, true, it_i4,
-                                             nullptr, kCollapse, kFrom500, "100"));
-        table.Add(new CElementInfoSeqClsMnd("crew", kShipNamespace, Property_Crew,
-                                            XmlElementType_PseudoElement, Create<CCrewGroup>, 0,
-                                            false));
-        table.Add(new CElementInfoSeqClsOpt("log", kShipNamespace, Property_Log,
-                                            XmlElementType_Element, Create<CLog>, 0));
-        table.Add(new CValueAttributeInfo("id", "", Property_Id, false, it_i4));
-        table.Add(new CValueAttributeInfo("flag", "", Property_Flag, true, it_string));
-    });
-    return data;
-}
+CShip::CShip() : CSheet(ShipTables(), "ship") {}
 
 void CShip::AccessProperty(int nProperty, bool bRead, QnVariant& value)
 {
-    switch (nProperty) {
-    case Property_Id:
-        return bRead ? void(value = m_id) : SetId(value);
-    case Property_Crew:
-        return Access(bRead, value, m_crew);
-    case Property_Log:
-        return Access(bRead, value, m_log);
-    default:
-        return Access(bRead, value,
-                      nProperty == Property_Flag   ? m_flag
-                      : nProperty == Property_Name ? m_name
-                                                   : m_tons);
-    }
-}
-
-void CShip::Init()
-{
-    m_id.SetI4(0);
-    m_flag.SetInvalid();
-    m_name.SetInvalid();
-    m_tons.SetInvalid();
-    m_crew = new CCrewGroup;
-    m_log = new CLog;
-}
-
-void CShip::SetId(const QnVariant& id)
-{
-    if (id.GetI4() < 0)
+    if (!bRead && nProperty == 0 && value.GetI4() < 0)
         throw CQnInvalidParamException("An id is never negative");
-    m_id = id;
+    CSheet::AccessProperty(nProperty, bRead, value);
 }
 
 CSmartPtr<CShip> MakeShip()
 {
     CSmartPtr<CShip> pShip(new CShip);
-    QnVariant id;
-    id.SetI4(7);
-    pShip->SetId(id);
+    pShip->m_id.SetI4(7);
     pShip->m_flag.SetString("NL");
     pShip->m_name.SetString("Halve Maen");
     pShip->m_tons.SetI4(600);

@@ -1,11 +1,13 @@
 #pragma once
 
-#include "QnXmlLib16/binding/Nillable.h"
-#include "examples/common/GeneratedSupport.h"
+#include "Sheet.h"
 
-// A ship, in the form that a generator gives to a schema of this content:
+#include "QnXmlLib16/binding/Nillable.h"
+
+// A ship, with the tables that a schema of this content gives:
 //
-//   element ship: type ShipType, attributes id (int, required) and flag, any other is dropped
+//   element ship: type ShipType, attributes id (int, not below 0, required) and flag, any other is
+//       dropped
 //       name (string), tons (int, optional, nillable, default 100)
 //       group CrewGroup: attribute watch of the ship's element; captain (string), mate (string,
 //           optional)
@@ -14,67 +16,55 @@ namespace Model {
 
 inline const char* const kShipNamespace = "urn:ship";
 
-class CShipClass : public GeneratedSupport::CBoundClass
-{
-public:
-    std::string GetTargetNamespace() const override { return kShipNamespace; }
-    std::string GetNamespace() const override { return kShipNamespace; }
-};
-
-class CLog : public CShipClass, public QnXmlLib16::INillable
+class CLog : public CSheet, public QnXmlLib16::INillable
 {
 public:
     CLog();
 
-    void AccessProperty(int nProperty, bool bRead, QnXmlLib16::QnVariant& value) override;
     void Init() override;
     bool IsNil() override { return m_bNil; }
     void SetNil(bool bNil) override { m_bNil = bNil; }
 
-    QnXmlLib16::QnVariant m_by;
-    QnXmlLib16::QnVariant m_value;
+    QnXmlLib16::QnVariant& m_by = m_values[0];
+    QnXmlLib16::QnVariant& m_value = m_values[1];
 
 private:
-    const CMetaData& GetMetaData() const override;
-
     bool m_bNil = false;
 };
 
-class CCrewGroup : public CShipClass
+class CCrewGroup : public CSheet
 {
 public:
-    void AccessProperty(int nProperty, bool bRead, QnXmlLib16::QnVariant& value) override;
-    void Init() override;
+    CCrewGroup();
 
-    QnXmlLib16::QnVariant m_watch;
-    QnXmlLib16::QnVariant m_captain;
-    QnXmlLib16::QnVariant m_mate;
-
-private:
-    const CMetaData& GetMetaData() const override;
+    QnXmlLib16::QnVariant& m_watch = m_values[0];
+    QnXmlLib16::QnVariant& m_captain = m_values[1];
+    QnXmlLib16::QnVariant& m_mate = m_values[2];
 };
 
-class CShip : public CShipClass
+// The object that a property holds.
+template <class TChild>
+struct CChild
+{
+    TChild* operator->() const { return static_cast<TChild*>(m_value.PeekXmlObject()); }
+
+    QnXmlLib16::QnVariant& m_value;
+};
+
+class CShip : public CSheet
 {
 public:
     CShip();
 
-    void AccessProperty(int nProperty, bool bRead, QnXmlLib16::QnVariant& value) override;
-    void Init() override;
-
     // Throws CQnInvalidParamException for an id below 0.
-    void SetId(const QnXmlLib16::QnVariant& id);
+    void AccessProperty(int nProperty, bool bRead, QnXmlLib16::QnVariant& value) override;
 
-    QnXmlLib16::QnVariant m_flag;
-    QnXmlLib16::QnVariant m_name;
-    QnXmlLib16::QnVariant m_tons;
-    QnXmlLib16::CSmartPtr<CCrewGroup> m_crew;
-    QnXmlLib16::CSmartPtr<CLog> m_log;
-
-private:
-    const CMetaData& GetMetaData() const override;
-
-    QnXmlLib16::QnVariant m_id;
+    QnXmlLib16::QnVariant& m_id = m_values[0];
+    QnXmlLib16::QnVariant& m_flag = m_values[1];
+    QnXmlLib16::QnVariant& m_name = m_values[2];
+    QnXmlLib16::QnVariant& m_tons = m_values[3];
+    const CChild<CCrewGroup> m_crew{m_values[4]};
+    const CChild<CLog> m_log{m_values[5]};
 };
 
 // A ship with all its members set.

@@ -6,7 +6,7 @@
 #include "QnXmlLib16/values/DateTime.h"
 #include "QnXmlLib16/values/DateTimeSpan.h"
 #include "QnXmlLib16/values/Decimal.h"
-#include "tests/model/Probe.h"
+#include "tests/model/Ship.h"
 #include "tests/values/TypedText.h"
 #include "tests/values/ValueTools.h"
 
@@ -21,13 +21,12 @@ namespace {
 constexpr auto kNone = CWhitespaceUtils::WhitespaceRule_None;
 
 // Holds a variant, as a generated class does, and counts its like.
-class CHolder : public Model::CProbe
+class CHolder : public Model::CLog
 {
 public:
-    CHolder() : CProbe(XmlElementGroupType_Sequence) { ++s_nAlive; }
+    CHolder() { ++s_nAlive; }
     ~CHolder() override { --s_nAlive; }
 
-    QnVariant m_value;
     static int s_nAlive;
 };
 
