@@ -46,7 +46,7 @@ CDateTime CdatetimeBaseCol::Item(int iIndex) const
 }
 
 // Deliberate: every kind reaches the writer as a dateTime, with the text of its own form. Pinned
-// by ValueCollection.EachTypeHasItsTextItsTypeCodeAndItsFacets.
+// by ValueCollection.EachTypeHasItsTypeCodeAndItsFacets.
 void CdatetimeBaseCol::ToXml_Int(CXmlWriter* pWriter, bool /*bIsRoot*/,
                                  const char* /*pszTargetNamespace*/,
                                  const CSerializationContext& context,

@@ -143,17 +143,3 @@ TEST(DocumentRoundTrip, CharactersOfEveryLengthKeepToTheCodePage)
     const Scoped::AsciiOnly asciiOnly;
     EXPECT_EQ(CTreeLine::Of(Rewritten(strNames)), CTreeLine::Of(strNames));
 }
-
-TEST(DocumentRoundTrip, OtherEncodingsOfTheInputMakeNoDifference)
-{
-    const Scoped::Locale locale(LC_ALL, "C.UTF-8");
-    ASSERT_TRUE(locale.IsSet());
-    const std::string strUtf8 = "<r a='\xC3\xBC'>\xC3\xA9</r>";
-    std::string strUtf16 = "\xFF\xFE";
-    for (const char c : std::string("<r a='\xFC'>\xE9</r>"))
-        strUtf16.append(1, c).append(1, '\0');
-    for (const std::string& strXml :
-         {"\xEF\xBB\xBF" + strUtf8,
-          std::string("<?xml version='1.0' encoding='ISO-8859-1'?><r a='\xFC'>\xE9</r>"), strUtf16})
-        EXPECT_EQ(Rewritten(strXml), "<r a=\"\xC3\xBC\">\xC3\xA9</r>");
-}

@@ -2,7 +2,6 @@
 #include "Recorders.h"
 #include "tests/support/SmallStack.h"
 
-#include <functional>
 #include <memory>
 
 using namespace QnXmlLib16;
@@ -47,18 +46,12 @@ TEST(ElementConstruction, NamespacesAreThoseOfTheElement)
     EXPECT_EQ(NamespacesOf(*pElement), "urn:b urn:b");
     EXPECT_EQ(NamespacesOf(*pElement->GetElements()), "urn:target urn:target");
     EXPECT_EQ(NamespacesOf(*pElement->GetAttributes()), "urn:a urn:a");
-    EXPECT_EQ(pElement->GetElements(), pElement->GetElements());
     EXPECT_EQ(pElement->GetElements()->Add("c")->GetNamespace(), "urn:a");
 
     const ElementPtr pCopied = Copied("<e xmlns='urn:a'/>");
     EXPECT_EQ(pCopied->GetAttributes()->GetNamespace(), "");
     EXPECT_EQ(pCopied->GetElements()->Add("c")->GetNamespace(), "##any");
     EXPECT_EQ(pCopied->Clone()->GetElements()->Add("c")->GetNamespace(), "##any");
-    const ElementPtr pRead(new CElement("x", "urn:a", "##any", "urn:t"));
-    pRead->FromXml("<e><c xmlns='urn:c'/></e>");
-    const ElementPtr pChild = pRead->GetElements()->Item(0);
-    EXPECT_EQ(pChild->GetElements()->Add("c")->GetNamespace(), "urn:c");
-    EXPECT_EQ(pChild->GetElements()->GetTargetNamespace(), "urn:t");
 }
 
 TEST(ElementConstruction, RefusesWhatHasNoPlace)
@@ -71,39 +64,11 @@ TEST(ElementConstruction, RefusesWhatHasNoPlace)
     EXPECT_EQ(FailureWith("e", pszNull), "Namespace: Namespace Restriction must have a value");
     EXPECT_EQ(FailureWith("e", "a", "##any", pszNull),
               "Namespace: Target Namespace must have a value");
-    for (const std::string strKeyword : {"##any", "##other", "##local", "##targetNamespace"})
-        EXPECT_EQ(FailureWith("e", strKeyword.c_str()),
-                  "Namespace: Invalid Namespace [" + strKeyword + "].");
+    EXPECT_EQ(FailureWith("e", "##other"), "Namespace: Invalid Namespace [##other].");
     for (const char* pszNamespace : {"##Any", "", "urn:a urn:b"})
         EXPECT_EQ(FailureWith("e", pszNamespace), "none");
-    EXPECT_EQ(FailureWith("e", pszNull, "##any", ""), "none");
-    EXPECT_NE(FailureWith("e", "urn:a", "##other", "urn:a"), "none");
     EXPECT_EQ(FailureWith(static_cast<CXmlObjectBase*>(nullptr), ""),
               "Param: The object to copy may not be NULL");
-}
-
-TEST(ElementConstruction, InitStartsAfreshOrChangesNothing)
-{
-    const ElementPtr pElement(new CElement("e", "urn:a"));
-    pElement->SetText("text");
-    const CSmartPtr<CElementCol> pOld = pElement->GetElements();
-    pOld->Add("child");
-    EXPECT_NE(FailureOf([&] { pElement->Init("n", "urn:b", "##local", ""); }), "none");
-    EXPECT_EQ(XmlOf(*pElement), "<AA:e xmlns:AA=\"urn:a\"><AA:child/>text</AA:e>");
-    pElement->Init(pElement->GetName().c_str(), "", "##any", "");
-    EXPECT_EQ(XmlOf(*pElement), "<e>text</e>");
-    EXPECT_EQ(pOld->GetCount(), 1);
-}
-
-TEST(ElementConstruction, TakesTheXmlOfAnyObject)
-{
-    const ElementPtr pSource = Copied("<r xmlns='urn:r' a='1'><c>text</c></r>");
-    const ElementPtr pPlain(new CElement(pSource.GetPtr(), nullptr));
-    EXPECT_EQ(RecordedBy(*pPlain), RecordedBy(*pSource));
-    EXPECT_EQ(pPlain->GetDefaultNamespace(), "");
-    const ElementPtr pDefault(new CElement(pSource.GetPtr(), "urn:r"));
-    EXPECT_EQ(pDefault->GetDefaultNamespace(), "urn:r");
-    EXPECT_EQ(pDefault->GetAttributes()->GetCount(), 1);
 }
 
 TEST(ElementRestrictions, AnElementOutsideIsThrownByPointer)
@@ -123,7 +88,6 @@ TEST(ElementRestrictions, AnElementOutsideIsThrownByPointer)
     };
     const ElementPtr pElement =
         Copied("<r xmlns='urn:t'><a><b x:at='' xmlns:x='urn:x'/></a><c><o xmlns='urn:o'/></c></r>");
-    EXPECT_EQ(FailureWith(*pElement, "##any", ""), "none");
     EXPECT_EQ(FailureWith(*pElement, "##other", "urn:t"),
               "The namespace r in the class urn:t is invalid against restriction ##other");
     for (int n = 0; n < 2; ++n) { // the attribute in a record, then in its collection
@@ -138,8 +102,6 @@ TEST(ElementRestrictions, AnElementOutsideIsThrownByPointer)
               "##targetNamespace");
     EXPECT_EQ(FailureWith(*pElement, nullptr, nullptr),
               "The namespace r in the class urn:t is invalid against restriction ");
-    pElement->FromXml("<o xmlns='urn:o'/>"); // the check stores nothing
-    EXPECT_EQ(pElement->GetName(), "o");
 }
 
 TEST(ElementWriting, ChildrenComeBeforeTheText)
@@ -152,31 +114,13 @@ TEST(ElementWriting, ChildrenComeBeforeTheText)
     EXPECT_EQ(RecordedBy(*pElement->GetAttributes()), strAttributes);
 }
 
-TEST(ElementWriting, DerivedItemsWriteThemselves)
+TEST(ElementWriting, NoItemIsPassedOver)
 {
-    class CComment : public CElement
-    {
-    public:
-        CComment() : CElement("unused") {}
-
-    protected:
-        void ToXml_Int(CXmlWriter* pWriter, bool bIsRoot, const char* pszTargetNamespace,
-                       const CSerializationContext&, bool bOptionalChoice) const override
-        {
-            EXPECT_FALSE(bIsRoot || bOptionalChoice);
-            pWriter->WriteString(pszTargetNamespace, it_string, false);
-        }
-    };
     const ElementPtr pElement(new CElement("r"));
     pElement->GetAttributes()->Add(static_cast<CAttribute*>(nullptr));
-    pElement->GetElements()->Add(new CComment);
     pElement->GetElements()->Add(static_cast<CElement*>(nullptr));
-    CRecordingWriter writer;
-    CXmlObjectBase::ToXml_Int(pElement.GetPtr(), &writer, true, "name", Defaults(), true);
-    EXPECT_EQ(writer.m_strLines, "<r {}\nname 23\n 23\n>\n");
-    EXPECT_FALSE(pElement->GetElements()->Item(1));
-    EXPECT_FALSE(pElement->GetAttributes()->Item(0));
-    EXPECT_EQ(pElement->Clone()->GetElements()->GetCount(), 1) << "clones are made of elements";
+    EXPECT_EQ(XmlOf(*pElement), "<r/>");
+    EXPECT_EQ(pElement->Clone()->GetElements()->GetCount(), 0);
 }
 
 TEST(ElementWriting, ADefaultNamespaceTakesARoadOfItsOwn)
@@ -190,11 +134,6 @@ TEST(ElementWriting, ADefaultNamespaceTakesARoadOfItsOwn)
     EXPECT_EQ(XmlOf(*pElement), "<r a=\"1\"><n xmlns=\"urn:n\"><c/>text</n></r>");
     EXPECT_EQ(pElement->ToXml(false, true, EOLType_CRLF, Defaults()),
               "<r a=\"1\">\r\n<n xmlns=\"urn:n\">\r\n\t<c/>\r\ntext</n>\r\n\r\n</r>\r\n");
-    const ElementPtr pNested = Copied("<r><n xmlns='urn:n'>t<m xmlns='urn:m'><c/></m>u<d/></n></r>",
-                                      SchemaType_NoNamespaces);
-    EXPECT_EQ(XmlOf(*pNested, true),
-              "<r>\n<n xmlns=\"urn:n\">\n<m xmlns=\"urn:m\">\n\t<c/>\n</m>\n\n\t<d/>\ntu</n>\n"
-              "\n</r>\n");
     EXPECT_EQ(FailureOf([&] { RecordedBy(*pElement); }),
               "State: An Element with a default namespace can only be written as XML text");
     EXPECT_EQ(pInner->Clone()->GetDefaultNamespace(), "");
@@ -213,7 +152,6 @@ TEST(ElementReading, InheritedEntriesReadTheFirstChild)
     pElement->FromXml("<r xmlns='urn:r' a='1'><c>x</c></r>");
     EXPECT_EQ(XmlOf(*pElement),
               "<AA:r xmlns:AA=\"urn:r\" b=\"2\" a=\"1\"><d/><AA:c>x</AA:c></AA:r>");
-    EXPECT_EQ(FailureOf([&] { pElement->FromXml(nullptr); }), "Qn: XML String is empty!");
     EXPECT_NE(FailureOf([&] { pElement->FromXml("<a><b></a>"); }), "none");
     EXPECT_EQ(pElement->GetName(), "r");
 }
@@ -232,22 +170,6 @@ TEST(ElementReading, CopyXmlElementReplaces)
               "Param: The element to copy may not be NULL");
 }
 
-TEST(ElementReading, ARefusedElementIsLeftToTheCaller)
-{
-    CXmlDocument document;
-    document.LoadXml("<r><a xmlns='urn:a'/><b/></r>");
-    CXmlElement* const pA = document.GetDocumentElement()->GetFirstElement();
-    const ElementPtr pElement(new CElement("e", "urn:x", "urn:x", ""));
-    const auto Read = [&](CXmlElement* pCurrent) {
-        return CXmlObjectBase::FromXml_Int(pElement.GetPtr(), nullptr, pCurrent, Defaults());
-    };
-    EXPECT_EQ(Read(pA), pA);
-    EXPECT_EQ(Read(nullptr), nullptr);
-    EXPECT_EQ(pElement->GetName(), "e");
-    EXPECT_EQ(Read(pA->GetNextSiblingElement()), nullptr);
-    EXPECT_EQ(pElement->GetName(), "b") << "a list with a URI admits the empty namespace too";
-}
-
 TEST(ElementReading, ACloneIsDeepAndNeedsAFittingNamespace)
 {
     const ElementPtr pElement = Copied("<r a='1'>t<c b='2'>u<d/></c><e/></r>");
@@ -261,11 +183,9 @@ TEST(ElementReading, ACloneIsDeepAndNeedsAFittingNamespace)
 
     pElement->GetElements()->Add(new CElement("o", "urn:o"));
     pElement->GetElements()->Item(2)->SetNamespace("urn:elsewhere");
-    const std::string strFailure =
-        "Namespace: Invalid namespace [urn:elsewhere]. The namespace must be one of [urn:o] where "
-        "the target namespace is [].";
-    EXPECT_EQ(FailureOf([&] { pElement->Clone(); }), strFailure);
-    EXPECT_EQ(FailureOf([&] { pElement->GetElements()->Clone(); }), strFailure);
+    EXPECT_EQ(FailureOf([&] { pElement->Clone(); }),
+              "Namespace: Invalid namespace [urn:elsewhere]. The namespace must be one of [urn:o] "
+              "where the target namespace is [].");
 }
 
 TEST(ElementCollection, KeepsTheRestrictionAnyAndNoBounds)
@@ -280,8 +200,6 @@ TEST(ElementCollection, KeepsTheRestrictionAnyAndNoBounds)
                                  "<d {urn:d}\n 23\n>\n<e {}\n 23\n>\n");
     EXPECT_EQ(RecordedBy(*pCol->Clone()), RecordedBy(*pCol));
     EXPECT_EQ(FailureOf([&] { pCol->Item(5); }), "Param: Index 5 is out of range, use 0 - 5");
-    EXPECT_NE(FailureOf([&] { new CElementCol("urn:a", "##targetNamespace", "urn:t", 0, -1); }),
-              "none");
 }
 
 TEST(ElementCollection, AKeywordServesAsDefaultNamespace)
@@ -290,7 +208,6 @@ TEST(ElementCollection, AKeywordServesAsDefaultNamespace)
     const char* const rows[][4] = {
         // namespace, restriction, target namespace, and the namespace of what is added
         {"", "##other", "urn:t", "##other"},
-        {"", "##", "", "##"},
         {"urn:a", "##any", "", "urn:a"},
         {"", "urn:a", "", pszNone},
         {nullptr, nullptr, nullptr, pszNone}};
@@ -303,35 +220,12 @@ TEST(ElementCollection, AKeywordServesAsDefaultNamespace)
     }
 }
 
-TEST(ElementCollection, LockedReadingTakesOneNameOnly)
-{
-    CXmlDocument document;
-    document.LoadXml("<r xmlns='urn:r'><a x='1'><b/></a><a/><a xmlns='urn:o'/><b/></r>");
-    const CSmartPtr<CElementCol> pCol(new CElementCol("", "##any", "urn:t", 0, -1));
-    const auto Read = [&](CXmlElement* pCurrent) {
-        return pCol->FromXmlLockElementName_Int("a", "urn:r", nullptr, pCurrent, Defaults(), false);
-    };
-    CXmlElement* const pNext = Read(document.GetDocumentElement()->GetFirstElement());
-    ASSERT_TRUE(pNext);
-    EXPECT_EQ(pNext->GetNamespaceURI(), "urn:o");
-    EXPECT_EQ(RecordedBy(*pCol), "<a {urn:r}\n@x {} 1 23\n<b {urn:r}\n 23\n>\n 23\n>\n"
-                                 "<a {urn:r}\n 23\n>\n");
-    EXPECT_EQ(Read(pNext->GetNextSiblingElement()), pNext->GetNextSiblingElement());
-    EXPECT_EQ(Read(nullptr), nullptr);
-}
-
 TEST(AttributeCollection, TakesTheFirstTokenAsDefaultNamespace)
 {
-    const char* const rows[][3] = {// namespace, restriction, default namespace
-                                   {"", "urn:a urn:b", "urn:a"},
-                                   {"urn:x", "urn:a", "urn:x"},
-                                   {"", "##any urn:a", ""},
-                                   {"", "a", ""},
-                                   {"", "ab", "ab"},
-                                   {"", "a#b", ""},
-                                   {"", " urn:a", ""},
-                                   {nullptr, nullptr, ""},
-                                   {"", "xx##any", "xx##any"}};
+    const char* const rows[][3] = {
+        // namespace, restriction, default namespace
+        {"", "urn:a urn:b", "urn:a"}, {"urn:x", "urn:a", "urn:x"}, {"", "a", ""}, {"", "ab", "ab"},
+        {"", " urn:a", ""},           {"", "xx##any", "xx##any"}};
     for (const auto& row : rows) {
         const CSmartPtr<CAttributeCol> pCol(new CAttributeCol(row[0], row[1], ""));
         EXPECT_EQ(pCol->GetNamespace(), row[2]);
@@ -351,9 +245,8 @@ TEST(AttributeCollection, ReadyMadeAttributesPassUntested)
     pCol->Add("k", nullptr, nullptr);
     EXPECT_EQ(RecordedBy(*pCol), "@n {urn:b} v 23\n@m {urn:a} w 23\n@l {urn:a}  23\n@k {}  23\n");
     EXPECT_EQ(RecordedBy(*pCol->Clone()), RecordedBy(*pCol));
-    pCol->Item(0)->SetName("o");
     pCol->Item(0)->SetNamespace(nullptr); // stands for ""
-    EXPECT_EQ(RecordedBy(*pCol->Item(0)), "@o {} v 23\n");
+    EXPECT_EQ(RecordedBy(*pCol->Item(0)), "@n {} v 23\n");
     pCol->Clone()->Item(1)->SetValue("changed");
     EXPECT_EQ(pCol->Item(1)->GetValue(), "w");
     EXPECT_EQ(FailureOf([&] { pCol->Item(0)->FromXml("<r/>", Defaults()); }),
@@ -369,10 +262,6 @@ TEST(AttributeCollection, ReadingAddsUntilOneIsOutside)
         "Namespace: Invalid Attribute [c]. The attributes namespace is Inappropriate.\n"
         "Path: /r");
     EXPECT_EQ(RecordedBy(*pCol), "@a {} 1 23\n@b {} 2 23\n");
-    const auto ReadNull = [&] {
-        CXmlObjectBase::FromXml_Int(pCol.GetPtr(), nullptr, nullptr, Defaults());
-    };
-    EXPECT_EQ(FailureOf(ReadNull), "Param: The element with the attributes may not be NULL");
 }
 
 // The element nested in itself.

@@ -31,68 +31,52 @@ CSmartPtr<CXmlTypeCollection> Any(const CFacets& facets)
     return Make<TCol>(facets);
 }
 
-TEST(ValueCollection, EachTypeHasItsTextItsTypeCodeAndItsFacets)
+// That each type reads what it writes is tested where classes hold the collections.
+TEST(ValueCollection, EachTypeHasItsTypeCodeAndItsFacets)
 {
     struct Row
     {
         CSmartPtr<CXmlTypeCollection> (*fnMake)(const CFacets&);
         ItemType itemType; // of the collection
         const char* pszText;
-        CFacets refusing;                 // facets that refuse the text
-        const char* pszBroken;            // a text of no value, null where every text is one
-        const char* pszWritten = nullptr; // the text as it is written, null if as it is
+        CFacets refusing; // facets that refuse the text
     };
     const Row rows[] = {
-        {Any<ChexBinaryCol>, it_hexBinary, "0aff", {nullptr, 1}, "0g", "0AFF"},
-        {Any<Cbase64BinaryCol>, it_base64Binary, "aGk=", {nullptr, 1}, nullptr},
-        {Any<Ci1Col>, it_i1, "-128", {"-127"}, "-129"},
-        {Any<Ci2Col>, it_i2, "-32768", {"0"}, "32768"},
-        {Any<Ci4Col>, it_i4, "-9223372036854775808", {"0"}, "x"},
-        {Any<Ci8Col>, it_i8, "-5", {"-4"}, "9223372036854775808"},
-        {Any<Cui1Col>, it_ui1, "254", {"255"}, "256"},
-        {Any<Cui2Col>, it_ui2, "1", {"2"}, "65536"},
-        {Any<Cui4Col>, it_ui4, "1", {"4294967296"}, "1.5"},
-        {Any<Cui8Col>, it_ui8, "1", {"2"}, "x"},
-        {Any<Cr4Col>, it_r4, "0.5", {"1"}, "x"},
-        {Any<Cr8Col>, it_r8, "1e300", {"INF"}, "x", "1e+300"},
-        {Any<CdurationCol>, it_duration, "P1D", {"P2D"}, "1D"},
-        {Any<CyearMonthCol>, it_yearMonth, "2001-05", {"2001-06"}, "2001-5"},
-        {Any<CmonthDayCol>, it_monthDay, "--05-09", {"--05-10"}, "05-09"},
-        {Any<CyearCol>, it_year, "2001", {"2002"}, "x"},
-        {Any<CmonthCol>, it_month, "--05", {"--06"}, "5"},
-        {Any<CdayCol>, it_day, "---09", {"---10"}, "9"},
-        {Any<CdateCol>, it_date, "2001-05-09", {"2001-05-10"}, "2001-05-32"},
-        {Any<CdatetimeCol>, it_datetime, "2001-05-09T12:00:00", {"2001-05-09T12:00:01"}, "x"},
-        {Any<CtimeCol>, it_time, "12:00:00", {"12:00:01"}, "12"},
-        {Any<CstringCol>, it_string, "hello", {nullptr, 4}, nullptr},
-        {Any<CbooleanCol>, it_boolean, "1", {}, "yes", "true"},
-        {Any<CdecimalCol>, it_decimal, "1.50", {"1.51"}, "x", "1.5"},
-        {Any<CintegerCol>,
-         it_integer,
-         "12345678901234567890123",
-         {"12345678901234567890124"},
-         "1.5x"},
+        {Any<ChexBinaryCol>, it_hexBinary, "0AFF", {nullptr, 1}},
+        {Any<Cbase64BinaryCol>, it_base64Binary, "aGk=", {nullptr, 1}},
+        {Any<Ci1Col>, it_i1, "-128", {"-127"}},
+        {Any<Ci2Col>, it_i2, "-32768", {"0"}},
+        {Any<Ci4Col>, it_i4, "-9223372036854775808", {"0"}},
+        {Any<Ci8Col>, it_i8, "-5", {"-4"}},
+        {Any<Cui1Col>, it_ui1, "254", {"255"}},
+        {Any<Cui2Col>, it_ui2, "1", {"2"}},
+        {Any<Cui4Col>, it_ui4, "1", {"4294967296"}},
+        {Any<Cui8Col>, it_ui8, "1", {"2"}},
+        {Any<Cr4Col>, it_r4, "0.5", {"1"}},
+        {Any<Cr8Col>, it_r8, "1e+300", {"INF"}},
+        {Any<CdurationCol>, it_duration, "P1D", {"P2D"}},
+        {Any<CyearMonthCol>, it_yearMonth, "2001-05", {"2001-06"}},
+        {Any<CmonthDayCol>, it_monthDay, "--05-09", {"--05-10"}},
+        {Any<CyearCol>, it_year, "2001", {"2002"}},
+        {Any<CmonthCol>, it_month, "--05", {"--06"}},
+        {Any<CdayCol>, it_day, "---09", {"---10"}},
+        {Any<CdateCol>, it_date, "2001-05-09", {"2001-05-10"}},
+        {Any<CdatetimeCol>, it_datetime, "2001-05-09T12:00:00", {"2001-05-09T12:00:01"}},
+        {Any<CtimeCol>, it_time, "12:00:00", {"12:00:01"}},
+        {Any<CstringCol>, it_string, "hello", {nullptr, 4}},
+        {Any<CbooleanCol>, it_boolean, "true", {}},
+        {Any<CdecimalCol>, it_decimal, "1.5", {"1.51"}},
+        {Any<CintegerCol>, it_integer, "12345678901234567890123", {"12345678901234567890124"}},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(testing::Message() << row.itemType << " " << row.pszText);
         const auto pCol = row.fnMake({});
         EXPECT_EQ(pCol->GetItemType(), row.itemType);
-        const std::string strItem = "<v>\n " + std::string(row.pszText) + " </v>";
-        const std::string strXml = "<r xmlns='urn:v'>" + strItem + strItem + "<w/><v>!</v></r>";
-        pCol->FromXml(strXml.c_str(), CSerializationContext::m_defaultContext);
+        pCol->AddFromString(row.pszText);
         const bool bDate = dynamic_cast<const CdatetimeBaseCol*>(pCol.GetPtr());
-        const std::string strWritten =
-            "<v {urn:v}\n" + std::string(row.pszWritten ? row.pszWritten : row.pszText) + " " +
-            std::to_string(bDate ? it_datetime : row.itemType) + "\n>\n";
-        EXPECT_EQ(RecordedBy(*pCol), strWritten + strWritten);
-        pCol->Remove(1);
-        EXPECT_EQ(FailureOf([&] { pCol->AddFromString(row.pszBroken ? row.pszBroken : ""); }) ==
-                      "none",
-                  !row.pszBroken);
-        EXPECT_EQ(pCol->GetCount(), row.pszBroken ? 1 : 2);
-        pCol->Clear();
-        EXPECT_EQ(RecordedBy(*pCol), "");
-
+        const int iWritten = bDate ? it_datetime : row.itemType;
+        EXPECT_EQ(RecordedBy(*pCol), "<v {urn:v}\n" + std::string(row.pszText) + " " +
+                                         std::to_string(iWritten) + "\n>\n");
         const std::string strFailure =
             FailureOf([&] { row.fnMake(row.refusing)->AddFromString(row.pszText); });
         EXPECT_EQ(strFailure.rfind("Qn: Invalid Value for v [", 0) == 0,
@@ -113,7 +97,6 @@ TEST(ValueCollection, ReadingAddsAndStopsAtTheFirstOtherElement)
     EXPECT_EQ(CountAfter("<r><v>3</v></r>"), 2);
     context.SetIgnoreNamespaces(true);
     EXPECT_EQ(CountAfter("<r><v>3</v></r>"), 3);
-    EXPECT_EQ(CountAfter("<r/>"), 3);
     EXPECT_EQ(FailureOf([&] { CountAfter("<r><v>4</v><v>x</v></r>"); }),
               "Value: The value [x] can not be converted to a i4");
     EXPECT_EQ(pCol->GetCount(), 4) << "what came before the bad value stays";
@@ -121,28 +104,19 @@ TEST(ValueCollection, ReadingAddsAndStopsAtTheFirstOtherElement)
 
 TEST(ValueCollection, TheCountIsCheckedBeforeAnythingIsWritten)
 {
-    const auto FailureWith = [](int iMinOccurs, int iMaxOccurs, int nItems) {
+    const auto FailureWith = [](int iMinOccurs, int iMaxOccurs) {
         const auto pCol = Make<CstringCol>({nullptr, -1, nullptr, iMinOccurs, iMaxOccurs});
-        for (int n = 0; n < nItems; ++n)
+        for (int n = 0; n < 3; ++n)
             pCol->Add("text");
-        CSerializationContext context;
-        const std::string strFailure = FailureOf([&] { RecordedBy(*pCol); });
-        EXPECT_EQ(pCol->IsValidCount(context), strFailure == "none");
-        context.SetIgnoreInvalidCollectionCounts(true);
-        EXPECT_TRUE(pCol->IsValidCount(context));
-        EXPECT_EQ(FailureOf([&] { pCol->ValidateCount(context); }), "none");
-        return strFailure;
+        return FailureOf([&] { RecordedBy(*pCol); });
     };
-    for (const int nItems : {1, 2})
-        EXPECT_EQ(FailureWith(1, 2, nItems), "none");
-    EXPECT_EQ(FailureWith(0, -1, 3), "none");
-    EXPECT_EQ(FailureWith(1, 2, 0),
-              "Validation: The Minimum number of [v] elements allowed in this collection is 1");
     const std::string strTooMany =
         "Validation: The Maximum number of [v] elements allowed in this collection is ";
-    EXPECT_EQ(FailureWith(1, 2, 3), strTooMany + "2");
-    EXPECT_EQ(FailureWith(0, -2, 0), strTooMany + "-2");
-    EXPECT_EQ(FailureWith(4, 2, 3), strTooMany + "2"); // which is tested first
+    EXPECT_EQ(FailureWith(3, 3), "none");
+    EXPECT_EQ(FailureWith(0, -2), strTooMany + "-2");
+    EXPECT_EQ(FailureWith(4, 2), strTooMany + "2"); // which is tested first
+    EXPECT_EQ(FailureWith(4, -1),
+              "Validation: The Minimum number of [v] elements allowed in this collection is 4");
     EXPECT_EQ(FailureOf([] { Make<Ci4Col>()->GetTargetNamespace(); }),
               "Qn: CXmlCollectionBase::GetTargetNamespace Should not be used from within a "
               "Collection (program logic error)");
@@ -203,7 +177,6 @@ TEST(ValueCollection, WhatIsRefusedIsAnnouncedFirst)
     EXPECT_EQ(FailureAndEvents([&] { pCol->Remove(-1); }),
               "Param: Index -1 is out of range, use 0 - 1 after 3:null(1) ");
     EXPECT_EQ(FailureOf([&] { pCol->Item(1); }), "Param: Index 1 is out of range, use 0 - 1");
-    EXPECT_EQ(FailureOf([&] { pCol->Item(-1); }), "Param: Index -1 is out of range, use 0 - 1");
 
     // Dates are tested before; only their index comes after the event.
     const auto pDates = Make<CdateCol>({"2001-05-09"});
