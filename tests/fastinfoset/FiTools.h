@@ -5,26 +5,24 @@
 #include "QnXmlLib16/fastinfoset/FastInfosetWriter.h"
 #include "QnXmlLib16/support/BinaryStream.h"
 #include "QnXmlLib16/support/Exceptions.h"
-#include "QnXmlLib16/xml/XmlAttribute.h"
 #include "QnXmlLib16/xml/XmlDocument.h"
-#include "QnXmlLib16/xml/XmlElement.h"
 #include "tests/support/Text.h"
+#include "tests/xml/TreeLine.h"
+#include "tests/xml/WriterScript.h"
 
 #include <algorithm>
 #include <array>
-#include <cstdlib>
 #include <cstring>
 #include <functional>
 #include <gtest/gtest.h>
-#include <map>
 #include <memory>
+#include <regex>
 #include <sstream>
 #include <stdexcept>
 #include <string>
-#include <utility>
 #include <vector>
 
-// Documents as lines of text: octets in hexadecimal, what a writer does, and trees.
+// Documents as lines of text: octets in hexadecimal, scripts for a writer, and trees.
 
 namespace Fi {
 
@@ -35,121 +33,57 @@ using namespace QnXmlLib16;
 template <std::size_t nCells>
 std::vector<std::array<std::string, nCells>> Table(const char* pszTable)
 {
-    const auto trimmed = [](const std::string& str) {
-        const std::size_t nFirst = std::min(str.find_first_not_of(' '), str.size());
-        return str.substr(nFirst, str.find_last_not_of(' ') + 1 - nFirst);
-    };
-    std::vector<std::string> vecRows;
-    std::istringstream table(pszTable);
-    for (std::string strLine; std::getline(table, strLine);) {
-        strLine = trimmed(strLine);
-        if (strLine.rfind("+ ", 0) == 0)
-            vecRows.back() += strLine.substr(1);
-        else if (strLine.rfind("| ", 0) == 0)
-            vecRows.back() += strLine;
-        else if (!strLine.empty() && strLine.rfind("//", 0) != 0)
-            vecRows.push_back(strLine);
-    }
     std::vector<std::array<std::string, nCells>> vecTable;
-    for (const std::string& strRow : vecRows) {
-        vecTable.emplace_back();
-        std::istringstream row(strRow);
-        std::string strCell;
-        for (std::size_t n = 0; std::getline(row, strCell, '|'); ++n)
-            vecTable.back().at(n) = trimmed(strCell);
+    std::size_t nCell = 0;
+    std::istringstream table(pszTable);
+    for (std::string strLine; std::getline(table >> std::ws, strLine);) {
+        const std::string strHead = strLine.substr(0, 2);
+        if (strHead == "//")
+            continue;
+        if (strHead == "| ")
+            ++nCell;
+        else if (strHead != "+ ") {
+            vecTable.emplace_back();
+            nCell = 0;
+        }
+        std::istringstream cells(strLine.substr(strHead == "| " || strHead == "+ " ? 1 : 0));
+        for (std::string strCell; std::getline(cells, strCell, '|'); ++nCell) {
+            const std::size_t nFirst = std::min(strCell.find_first_not_of(' '), strCell.size());
+            vecTable.back().at(nCell) +=
+                strCell.substr(nFirst, strCell.find_last_not_of(' ') + 1 - nFirst);
+        }
+        --nCell; // the next line may go on with it
     }
     return vecTable;
 }
 
-// "E0 00 'abc' 4*20": octets, characters, and an octet four times.
+// "E0 00 00 01 00 'abc' 4*20": octets, characters, and an octet four times.
 inline std::string Bytes(const std::string& strOctets)
 {
-    const char* psz = strOctets.c_str();
+    static const std::regex item(" *(?:(\\d+)\\*)?(?:'([^']*)'|([0-9A-F]{2})) *");
     std::string strBytes;
-    while (*psz) {
-        if (*psz == ' ') {
-            ++psz;
-            continue;
-        }
-        char* pszEnd;
-        unsigned long ulCount = std::strtoul(psz, &pszEnd, 10);
-        if (*pszEnd == '*')
-            psz = pszEnd + 1;
-        else
-            ulCount = 1;
-        std::string strItem;
-        if (*psz == '\'') {
-            while (*++psz != '\'')
-                strItem += *psz;
-            ++psz;
-        }
-        else {
-            const char acOctet[] = {psz[0], psz[1], '\0'};
-            strItem = static_cast<char>(std::strtoul(acOctet, &pszEnd, 16));
-            if (*pszEnd != '\0')
-                throw std::invalid_argument(psz); // a slip in a test
-            psz += 2;
-        }
-        for (; ulCount > 0; --ulCount)
-            strBytes += strItem;
+    std::smatch match;
+    for (auto it = strOctets.begin(); it != strOctets.end(); it = match[0].second) {
+        if (!std::regex_search(it, strOctets.end(), match, item,
+                               std::regex_constants::match_continuous))
+            throw std::invalid_argument(strOctets); // a slip in a test
+        const std::string strItem =
+            match[3].matched ? std::string(1, static_cast<char>(std::stoul(match[3], nullptr, 16)))
+                             : match[2].str();
+        strBytes += Repeated(strItem, match[1].matched ? std::stoul(match[1]) : 1);
     }
     return strBytes;
 }
 
 using Steps = std::function<void(CFastInfosetWriter&)>;
 
-// Makes the writer do what the words say, see the verbs. Behind a verb of one letter may stand
-// "{uri}name=(type)text", each part as far as it is there; '~' is a zero byte.
-inline void Do(CFastInfosetWriter& writer, const std::string& strSteps)
+// Runs a script as a document, which ends if the script does so with a full stop.
+inline void WriteDocument(CFastInfosetWriter& writer, const std::string& strScript)
 {
-    struct Step
-    {
-        std::string strUri, strName, strText;
-        ItemType eType = it_string;
-    };
-    using W = CFastInfosetWriter;
-    using S = const Step;
-    static const std::map<std::string, void (*)(W&, S&)> mapVerbs = {
-        {"doc", [](W& w, S&) { w.WriteStartDocument(FInfoDecl_None); }},
-        {"end", [](W& w, S&) { w.WriteEndDocument(); }},
-        {"default", [](W& w, S&) { w.SetDefaultNamespace("urn:d"); }},
-        {"#", [](W& w, S& s) { w.AddNamespace(s.strName, s.strUri); }},
-        {"<", [](W& w, S& s) { w.WriteStartElement(s.strName, s.strUri); }},
-        {">", [](W& w, S&) { w.WriteEndElement(); }},
-        {"@", [](W& w, S& s) { w.WriteAttributeString(s.strName, s.strUri, s.strText, s.eType); }},
-        {"!", [](W& w, S& s) { w.WriteAttributeType(s.strUri, s.strName, s.eType); }},
-        {"nil", [](W& w, S&) { w.WriteAttributeNil(); }},
-        {"'", [](W& w, S& s) { w.WriteString(s.strText, s.eType, false); }},
-        {"comment", [](W& w, S&) { w.WriteComment("c"); }},
-        {"pi", [](W& w, S&) { w.WritePI("<?p i?>"); }},
-        {"schema", [](W& w, S&) { w.WriteInlineSchema("s"); }},
-    };
-    static const std::map<std::string, ItemType> mapTypes = {
-        {"base64", it_base64Binary},
-        {"char", it_char},
-        {"decimal", it_decimal},
-        {"i2", it_i2},
-        {"i4", it_i4},
-    };
-    std::istringstream steps(strSteps);
-    for (std::string str; steps >> str;) {
-        std::replace(str.begin(), str.end(), '~', '\0');
-        Step step;
-        if (mapVerbs.count(str) == 0) {
-            const std::size_t nText = std::min(str.find_first_of("='"), str.size());
-            const std::size_t nName = std::max<std::size_t>(str.rfind('}', nText) + 1, 1);
-            const std::size_t nType = str.find(')', nText) + 1;
-            if (nName > 1)
-                step.strUri = str.substr(2, nName - 3);
-            step.strName = str.substr(nName, std::max(nText, nName) - nName);
-            if (nType)
-                step.eType = mapTypes.at(str.substr(nText + 2, nType - nText - 3));
-            if (nText < str.size())
-                step.strText = str.substr(nType ? nType : nText + 1);
-            str.resize(1);
-        }
-        mapVerbs.at(str)(writer, step);
-    }
+    writer.WriteStartDocument(FInfoDecl_None);
+    RunScript(writer, strScript);
+    if (!strScript.empty() && strScript.back() == '.')
+        writer.WriteEndDocument();
 }
 
 struct Output
@@ -173,10 +107,10 @@ inline Output Written(const Steps& steps, const CFastInfosetContext& context = {
     return {ToText(stream.GetBinaryStream()), strFailure};
 }
 
-// The octets of steps that have to succeed.
-inline std::string Written(const std::string& strSteps, const CFastInfosetContext& context = {})
+// The octets of a document that has to succeed.
+inline std::string Written(const std::string& strScript, const CFastInfosetContext& context = {})
 {
-    const Output output = Written([&](CFastInfosetWriter& w) { Do(w, strSteps); }, context);
+    const Output output = Written([&](auto& w) { WriteDocument(w, strScript); }, context);
     EXPECT_EQ(output.strFailure, "");
     return output.strOctets;
 }
@@ -194,27 +128,6 @@ public:
     }
 };
 
-// "{uri}name[{uri}attribute='value'] 'text' (children)", each part as far as it is there.
-inline std::string Tree(const CXmlElement& element)
-{
-    const auto name = [](const std::string& strUri, const std::string& strName) {
-        return (strUri.empty() ? "" : '{' + strUri + '}') + strName;
-    };
-    std::string str = name(element.GetNamespaceURI(), element.GetLocalName());
-    for (const CXmlAttribute* pAttribute : element.GetAttributes())
-        str += '[' + name(pAttribute->GetNamespaceURI(), pAttribute->GetLocalName()) + "='" +
-               pAttribute->GetValue() + "']";
-    if (!element.GetText().empty())
-        str += " '" + element.GetText() + '\'';
-    if (const CXmlElement* pChild = element.GetFirstElement()) {
-        str += " (";
-        for (; pChild; pChild = pChild->GetNextSiblingElement())
-            str += Tree(*pChild) + (pChild->GetNextSiblingElement() ? " " : "");
-        str += ')';
-    }
-    return str;
-}
-
 // The tree of the document, "no Fast Infoset", or the message of the failure in angle brackets.
 inline std::string Read(const std::string& strBytes, const CFastInfosetContext& context = {})
 {
@@ -229,17 +142,7 @@ inline std::string Read(const std::string& strBytes, const CFastInfosetContext& 
     catch (const std::logic_error& e) {
         return std::string("<logic_error ") + e.what() + '>';
     }
-    return Tree(*document.GetDocumentElement());
-}
-
-// The same, several times.
-inline std::string Repeated(const std::string& strBytes, std::size_t nCount)
-{
-    std::string strAll;
-    strAll.reserve(strBytes.size() * nCount);
-    for (; nCount > 0; --nCount)
-        strAll += strBytes;
-    return strAll;
+    return TreeLine(*document.GetDocumentElement());
 }
 
 } // namespace Fi

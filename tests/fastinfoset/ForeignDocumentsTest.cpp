@@ -26,10 +26,6 @@ void ExpectTrees(const char* pszTable, const char* pszHeader = "E0 00 00 01 00 "
 TEST(ForeignDocuments, ElementsAttributesAndTextAreRead)
 {
     ExpectTrees(R"(
-        // Every table in use: default namespace 2, "p" 2 for 3; root; name 2; chunk 1 in both.
-        78 CD 04 'urn:d' CF 00 'p' 04 'urn:p' F0 3D 81 00 'r' 78 01 'id' 40 '7' F0
-        +   7F 81 82 00 'e' 00 80 F0 92 02 'hello' F0 41 00 FF FF A0 FF
-        | {urn:d}r[id='7'] 'hello' ({urn:p}e[id='7'] 'hello' {urn:p}e[id=''])
         // The prefix of a name is dropped.
         3F 00 'p' 00 'u' 00 'a' F0 | {u}a
         // Attributes in a namespace: prefix 1 and namespace 1 are built in.
@@ -47,6 +43,9 @@ TEST(ForeignDocuments, ElementsAttributesAndTextAreRead)
         7C 00 'a' 00 40 't' F0 F0                             | !Index out of range.
         // Characters that the code page lacks, in a literal and in an entry.
         3C 00 'a' 90 'x' 92 00 E2 82 AC A1 F0                 | a 'x??'
+        // Values with ones in the low half, and as entries.
+        7C 00 'a' 78 00 'b' 20 01 1F 23 FF                    | a[b='1']
+        3C 00 'a' 98 06 00 12 B0 0F A0 F0                     | a '12:0012:00'
         // A zero octet ends a text in the tree.
         7C 00 'a' 78 00 'b' 02 'x' 00 'y' F0 82 00 'x' 00 'y' 80 'z' F0 | a[b='x'] 'xz'
     )");
@@ -63,7 +62,7 @@ TEST(ForeignDocuments, NamespaceAttributesOfAnyElementEnterTheTableOfPrefixes)
                              "38 CF 81 04 'urn:2' F0 3C 00 'b' 38 CE 00 'q' CF 00 'r' 82 F0 00"
                              "FF F0"));
     ASSERT_TRUE(CFastInfosetReader(CFastInfosetContext(), document).Parse());
-    EXPECT_EQ(Tree(*document.GetDocumentElement()), "a (b (a))");
+    EXPECT_EQ(TreeLine(*document.GetDocumentElement()), "a (b (a))");
     const char* const apszAliases[][2] = {{"", "urn:d"}, {"p", "urn:2"}, {"q", ""}, {"r", "urn:1"}};
     for (const auto& [pszPrefix, pszUri] : apszAliases)
         EXPECT_EQ(document.LookupNamespaceFromAlias(pszPrefix), pszUri);
@@ -76,39 +75,19 @@ TEST(ForeignDocuments, NamespaceAttributesOfAnyElementEnterTheTableOfPrefixes)
     )");
 }
 
-// What this system's own encoder puts out is read back where that is tested.
-TEST(ForeignDocuments, ValuesAreReadInEveryEncoding)
-{
-    ExpectTrees(R"(
-        // Added, not filled up, and ended by ones in a low half.
-        7C 00 'a' 78 00 'b' 60 01 12 3F 78 00 'c' 80 FF     | a[b='123'][c='123']
-        7C 00 'a' 78 00 'b' 20 01 1F 23 FF                  | a[b='1']
-        3C 00 'a' 98 06 00 12 B0 0F A0 F0                   | a '12:0012:00'
-        // Several numbers, an int without its sign, booleans, and none of them left.
-        7C 00 'a' 78 00 'b' 30 23 FF FF 01 02 FF            | a[b='-1 258']
-        7C 00 'a' 78 00 'b' 30 33 4*FF FF                   | a[b='4294967295']
-        3C 00 'a' 9C 14 38 A0 F0                            | a 'truetrue'
-        7C 00 'a' 78 00 'b' 30 50 5F FF                     | a[b='']
-    )");
-}
-
 TEST(ForeignDocuments, EncodingsThatTheLibraryLacksAreRefused)
 {
     ExpectTrees(R"(
         // UTF-16.
         7C 00 'a' 78 00 'b' 11 00 'A' FF   | <logic_error basic_string::_M_construct null not valid>
         3C 00 'a' 85 00 'A' F0             | <logic_error basic_string::_M_construct null not valid>
-        // Alphabets 3 and 256, and ones in a high half.
+        // Alphabet 3, and ones in a high half.
         7C 00 'a' 78 00 'b' 20 20 00 FF    | !Index out of range.
-        7C 00 'a' 78 00 'b' 2F F0 00 FF    | !Index out of range.
         3C 00 'a' 88 08 00 F0              | !Index out of range.
         7C 00 'a' 78 00 'b' 20 00 F1 FF    | !Index out of range.
-        // Algorithms 11, 256 and 32.
+        // Algorithms 11 and 32.
         7C 00 'a' 78 00 'b' 30 A0 00 FF    | <Unknown byte encoding.>
-        7C 00 'a' 78 00 'b' 3F F0 00 FF    | <Unknown byte encoding.>
         3C 00 'a' 8C 7C 00 F0              | <Unknown byte encoding.>
-        // Half a number.
-        7C 00 'a' 78 00 'b' 30 22 3*00 FF  | <Invalid value for SHORT byte encoding.>
     )");
 }
 
@@ -126,11 +105,9 @@ TEST(ForeignDocuments, WhatIsNoElementAttributeOrTextIsDropped)
         E1 BF BF E2 EF DF BF 3C 00 'a' C8 C0 00 F0                     | a
         // Comments and targets enter no table.
         3C 00 'a' E2 40 'x' A0 F0                                      | !Index out of range.
-        E1 00 'p' 40 'x' 7C 80 F0                                      | !Index out of range.
         // Document types, with identifiers and instructions.
         C4 F0 3C 00 'a' F0                                             | a
         C7 02 'sys' 02 'pub' E1 00 'p' 00 'x' E1 00 'q' FF F0 3C 00 'a' F0 | a
-        C6 02 'sys' F0 E2 FF C5 02 'pub' F0 3C 00 'a' F0               | a
         // Bytes behind the root.
         3C 00 'a' F0 F0 'more' FF 3C                                   | a
     )");
@@ -143,12 +120,9 @@ TEST(ForeignDocuments, ComponentsOfTheHeaderAreDropped)
         04 04 'UTF-8' 3C 00 'a' F0                                     | a
         02 01 3C 00 'a' F0                                             | a
         01 02 '1.0' 3C 00 'a' F0                                       | a
-        // Notations and unparsed entities, and neither where both are announced.
+        // Notations and unparsed entities.
         10 C3 00 'n' 00 's' 00 'p' C0 00 'm' F0 3C 00 'a' F0           | a
         08 D1 00 'e' 00 's' 00 'p' 00 'n' D0 00 'f' 00 's' 80 F0 3C 00 'a' F0 | a
-        18 F0 F0 3C 00 'a' F0                                          | a
-        // The name of a vocabulary.
-        20 10 00 04 'urn:v' 3C 00 'a' F0                               | a
         // All of these, in the order of their bits; the top bit says nothing.
         BF 10 00 04 'urn:v' C0 00 'm' F0 D0 00 'f' 00 's' 80 F0 04 'UTF-8' 00 FF 3C 00 'a' F0 | a
     )",
@@ -161,9 +135,8 @@ TEST(FastInfosetHeader, SequencesReadALengthAheadOfEachItem)
     ExpectTrees(R"(
         // Two prefixes, and the length ahead of what would be a third.
         20 02 00 01 00 'p' 01 00 'q' 01 3C 00 'a' F0          | a
-        // A smaller length ends them sooner; three bits of a long length say nothing.
+        // A smaller length ends them sooner.
         20 02 00 8F FF 7F 00 'p' 00 3C 00 'a' F0              | a
-        20 02 00 F0 00 00 00 'p' 00 3C 00 'a' F0              | a
         // One prefix as the standard has it.
         20 02 00 00 00 'p' 3C 00 'a' F0                       | !Unexpected End of File.
         // Additional data takes a length from the octet at hand, and as the standard has it.
@@ -178,36 +151,11 @@ TEST(FastInfosetHeader, SequencesReadALengthAheadOfEachItem)
         // names of elements and of attributes.
         20 1F FF 00 'u' 00 00 'x' 00 00 00 'x' 00 00 00 'x' 00 00 00 'x' 00 00 00 'x' 00 00 00 'x'
         +   00 00 00 'x' 00 00 'v' 00 00 'v' 00 00 'v' 00 00 80 00 00 40 'n' 00 3C 00 'a' F0 | a
-        // A value of the vocabulary in UTF-16.
-        20 00 10 11 00 00 00 3C 00 'a' F0  | <logic_error basic_string::_M_construct null not valid>
         // A prefix and a value that were read over have no index.
         20 02 00 00 00 'p' 00 3F 81 80 00 'a' F0              | !Index out of range.
         20 00 10 00 'v' 00 7C 00 'a' 78 00 'b' 80 FF          | !Index out of range.
     )",
                 "E0 00 00 01 ");
-}
-
-TEST(ForeignDocuments, IndexesNameWhatTheContextsVocabularyHolds)
-{
-    CFastInfosetContext context;
-    context.SetUseGeneratedVocabulary(true);
-    CFIVocabulary& vocabulary = *context.GetVocabulary();
-    vocabulary.AddElement("p", "urn:p", "e");
-    vocabulary.AddElement("", "", "plain");
-    vocabulary.AddAttribute("p", "urn:p", "k");
-    vocabulary.AddAttributeValue("value");
-    vocabulary.AddElementValue("text");
-    ExpectTrees(R"(
-        40 00 80 F0 A0 01 F0 F0          | {urn:p}e[{urn:p}k='value'] 'text' (plain)
-        // Prefix 2, namespace 2, local name 1.
-        3F 81 81 80 F0                   | {urn:p}e
-        // What a document adds comes behind it, and is gone for the next one.
-        3C 00 'a' 00 02 90 't' A1 F0 FF  | a ({urn:p}e (a 'tt'))
-        3C 80 02 A1 FF                   | !Index out of range.
-    )",
-                "E0 00 00 01 00 ", context);
-    context.SetUseGeneratedVocabulary(false);
-    ExpectTrees("00 F0 | !Index out of range.", "E0 00 00 01 00 ", context);
 }
 
 // ---- Ends ----
@@ -220,7 +168,6 @@ TEST(ForeignDocuments, TwoEndsShareAnOctet)
         3C 00 'a' 3C 00 'b' 3C 00 'c' 3C 00 'd' FF F0 F0        | a (b (c (d)))
         // Ends of attributes and of what bears them.
         7C 00 'a' 78 00 'x' FF FF                               | a[x='']
-        3C 00 'a' 7C 00 'b' 78 00 'x' FF FF 3C 00 'c' FF        | a (b[x=''] c)
         3C 00 'a' 3C 00 'b' 7C 00 'c' 78 00 'x' FF FF FF        | a (b (c[x='']))
         // No attributes where some are announced; no end shared.
         7C 00 'a' FF                                            | a
@@ -230,67 +177,40 @@ TEST(ForeignDocuments, TwoEndsShareAnOctet)
         // No root.
         F0                                                      | !No element found.
         E2 FF FF                                                | !No element found.
-        C4 F0 FF                                                | !No element found.
     )");
 }
 
 TEST(FastInfosetReader, AnUnknownOctetIsSkippedInTheDocumentAndRefusedInAnElement)
 {
-    for (const char* const pszOctet : {"C0", "CC", "D0", "E0", "E3", "F1", "FE"}) {
+    for (const char* const pszOctet : {"C0", "CC", "D0", "E0", "E3", "FE"}) {
         const std::string strOctet = pszOctet;
         ExpectTrees((strOctet + " 3C 00 'a' F0 | a").c_str());
         ExpectTrees(("3C 00 'a' " + strOctet + " F0 | !Invalid Encoding of Element type.").c_str());
     }
-    ExpectTrees(R"(
-        80 BF C8 3C 00 'a' F0 | a
-        // No document type inside.
-        3C 00 'a' C4 F0 F0    | !Invalid Encoding of Element type.
-    )");
-}
-
-TEST(FastInfosetReader, AFailureLeavesTheTreeBuiltUntilThen)
-{
-    CDocument document(Bytes("E0 00 00 01 00 3C 00 'r' 3C 00 'b' C0"));
-    const CFastInfosetContext context;
-    CFastInfosetReader reader(context, document);
-    EXPECT_THROW(reader.Parse(), CQnException);
-    ASSERT_NE(document.GetDocumentElement(), nullptr);
-    EXPECT_EQ(Tree(*document.GetDocumentElement()), "r (b)");
 }
 
 TEST(ForeignDocuments, TheFirstBytesTellFastInfoset)
 {
-    const char* const apszDeclarations[] = {
-        "",
-        "<?xml encoding='finf'?>",
-        "<?xml encoding='finf' standalone='yes'?>",
-        "<?xml encoding='finf' standalone='no'?>",
-        "<?xml version='1.0' encoding='finf'?>",
-        "<?xml version='1.0' encoding='finf' standalone='yes'?>",
-        "<?xml version='1.0' encoding='finf' standalone='no'?>",
-        "<?xml version='1.1' encoding='finf'?>",
-        "<?xml version='1.1' encoding='finf' standalone='yes'?>",
-        "<?xml version='1.1' encoding='finf' standalone='no'?>",
-    };
+    std::vector<std::string> vecDeclarations = {""};
+    for (const std::string strVersion : {"", " version='1.0'", " version='1.1'"})
+        for (const std::string strAlone : {"", " standalone='yes'", " standalone='no'"})
+            vecDeclarations.push_back("<?xml" + strVersion + " encoding='finf'" + strAlone + "?>");
     const std::string strBody = Bytes("E0 00 00 01 00 38 F0 3C 00 'a' FF");
     for (int i = -1; i <= 10; ++i) { // the first and the last number are no declarations
-        const std::string strDeclaration = apszDeclarations[i < 0 || i > 9 ? 0 : i];
+        const std::string strDeclaration = vecDeclarations[i < 0 || i > 9 ? 0 : i];
         const Output output = Written([i](auto& w) {
             w.WriteStartDocument(static_cast<FInfoDecl>(i));
-            Do(w, "<a > end");
+            RunScript(w, "<a >");
+            w.WriteEndDocument();
         });
         EXPECT_EQ(output.strOctets, strDeclaration + strBody);
         EXPECT_EQ(Read(output.strOctets), "a");
-        EXPECT_EQ(Read(strDeclaration), "no Fast Infoset");
         EXPECT_EQ(Read(strDeclaration + strBody.substr(0, 4)), "no Fast Infoset");
-        if (!strDeclaration.empty()) {
-            EXPECT_EQ(Read(strDeclaration + output.strOctets), "no Fast Infoset");
-        }
     }
     for (const char* const pszAhead :
-         {"<?xml encoding=\"finf\"?>", "<?xml version='1.0'  encoding='finf'?>",
-          "<?xml version='1.0' encoding='FINF'?>", "<?xml version='1.2' encoding='finf'?>",
-          "<?xml version='1.0' encoding='finf'?>\n", "\xEF\xBB\xBF", " "})
+         {"<?xml encoding=\"finf\"?>", "<?xml version='1.2' encoding='finf'?>",
+          "<?xml version='1.0' encoding='finf'?>\n",
+          "<?xml encoding='finf'?><?xml encoding='finf'?>", "\xEF\xBB\xBF", " "})
         EXPECT_EQ(Read(pszAhead + strBody), "no Fast Infoset") << pszAhead;
     for (const char* const pszOctets :
          {"", "E0", "E0 00 00 01", "E0 00 00 02 00 F0", "E0 00 01 00 00 F0", "E1 00 00 01 00 F0"})
@@ -301,48 +221,35 @@ TEST(ForeignDocuments, TheFirstBytesTellFastInfoset)
 
 TEST(FastInfosetReader, EveryOtherPatternOfALengthOrAnIndexIsRefused)
 {
-    // What stands ahead; the octets to try; those of them that are refused; the reason; what
-    // becomes of the others with three zero octets behind them.
-    for (const auto& row : Table<5>(R"(
-        3C                  | 00 7F | 41 5F 61 7F
-        | Invalid NonEmptyOctetString type  on the second bit of an octet. | Unexpected End of File.
-        7C 00 'a' 78 00 'b' | 00 0F | 09 0B 0D 0F
-        | Invalid NonEmptyOctetString type  on the fifth bit of an octet.  | Unexpected End of File.
-        3C                  | 80 FF | F0 FF
+    // What stands ahead; octets, the first and the last of each range among them; what becomes of
+    // them with three zero octets behind.
+    for (const auto& [strAhead, strOctets, strReason] : Table<3>(R"(
+        3C                  | 00 3F 40 60       | Unexpected End of File.
+        3C                  | 41 5F 61 7F
+        | Invalid NonEmptyOctetString type  on the second bit of an octet.
+        7C 00 'a' 78 00 'b' | 08 0C             | Unexpected End of File.
+        7C 00 'a' 78 00 'b' | 09 0A 0B 0D 0E 0F
+        | Invalid NonEmptyOctetString type  on the fifth bit of an octet.
+        3C                  | 80 EF             | Index out of range.
+        3C                  | F0 FF
         | Invalid Encoding of integers 1 To 2^20 type  on the second bit of an octet.
-        | Index out of range.
-        7C 00 'a'           | 00 77 | 70 77
+        7C 00 'a'           | 00 6F             | Index out of range.
+        7C 00 'a'           | 70 77
         | Invalid Encoding of integers 1 To 2^20 type  on the second bit of an octet.
-        | Index out of range.
-        7C 00 'a' 78 00 'b' | 80 FE | F0 FE
+        7C 00 'a' 78 00 'b' | 80 EF             | Index out of range.
+        7C 00 'a' 78 00 'b' | F0 FE
         | Invalid Encoding of integers 0 To 2^20 type  on the second bit of an octet.
-        | Index out of range.
-        38 F0               | 00 3B | 31 3B
+        38 F0               | 01 30             | Index out of range.
+        38 F0               | 31 37 39 3B
         | Invalid Encoding of integers 1 To 2^20 type  on the third bit of an octet.
-        | Index out of range.
-        3C 00 'a'           | A0 BF | B9 BF
+        3C 00 'a'           | A0 B8             | Index out of range.
+        3C 00 'a'           | B9 BF
         | Invalid Encoding of integers 1 To 2^20 type  on the fourth bit of an octet.
-        | Index out of range.
-    )")) {
-        const auto within = [](const std::string& strRanges, unsigned char u) {
-            const std::string str = Bytes(strRanges);
-            bool bWithin = false;
-            for (std::size_t n = 0; n < str.size(); n += 2)
-                bWithin |= u >= static_cast<unsigned char>(str[n]) &&
-                           u <= static_cast<unsigned char>(str[n + 1]);
-            return bWithin;
-        };
-        for (unsigned int u = 0; u <= 0xFF; ++u) {
-            const auto uOctet = static_cast<unsigned char>(u);
-            if (within(row[1], uOctet)) {
-                const std::string& strReason = row[within(row[2], uOctet) ? 3 : 4];
-                EXPECT_EQ(Read(Bytes("E0 00 00 01 00 " + row[0]) + static_cast<char>(uOctet) +
-                               Bytes("00 00 00")),
-                          "<Failed to parse FastInfoset. " + strReason + '>')
-                    << row[0] << ' ' << u;
-            }
-        }
-    }
+    )"))
+        for (const char cOctet : Bytes(strOctets))
+            EXPECT_EQ(Read(Bytes("E0 00 00 01 00 " + strAhead) + cOctet + std::string(3, '\0')),
+                      "<Failed to parse FastInfoset. " + strReason + '>')
+                << strAhead << ' ' << static_cast<int>(cOctet);
 }
 
 TEST(FastInfosetReader, TheForbiddenFormsOfNamesAndLongIndexesAreRefused)
@@ -351,9 +258,6 @@ TEST(FastInfosetReader, TheForbiddenFormsOfNamesAndLongIndexesAreRefused)
         // A prefix without a namespace.
         3E 00 'p' 00 'a' F0                 | !Invalid QName type Prefix without Namespace.
         7C 00 'a' 7A 00 'p' 00 'b' FF FF    | !Invalid QName type Prefix without Namespace.
-        // A prefix and a namespace past their tables.
-        3F 81 80 00 'a' F0                  | !Index out of range.
-        3D 81 00 'a' F0                     | !Index out of range.
         // More than 20 bits.
         30 10 00 00
         | !Invalid Encoding of integers 1 To 2^20 type  on the third bit of an octet.

@@ -22,10 +22,11 @@ TEST(WrittenDocuments, EveryOctetHasItsReason)
     context.SetEncoding(it_decimal, {1, 1});
     const Output output = Written(
         [](auto& w) {
-            Do(w, "default #{urn:p}p");
+            RunScript(w, "=urn:d +p=urn:p");
             w.WriteStartDocument(FInfoDecl_FinfStandaloneYes);
-            Do(w, "<{urn:d}r @id=7 <{urn:p}e @id=7 'hello > <{urn:p}e @id= > <n '(i4)1 > "
-                  "<n '(decimal)1.5 > > end");
+            RunScript(w, "<{urn:d}r @id=7 <{urn:p}e @id=7 'hello > <{urn:p}e @id= > <n '(i4)1 > "
+                         "<n '(decimal)1.5 > >");
+            w.WriteEndDocument();
         },
         context);
     std::size_t nAt = 0;
@@ -68,21 +69,21 @@ TEST(WrittenDocuments, EveryOctetHasItsReason)
 
 TEST(WrittenDocuments, LengthsFollowTheirBands)
 {
-    // Steps and tree with % for the text; what stands ahead of the length and behind the text; each
-    // length with its octets.
-    for (const auto& [strSteps, strTree, strAhead, strBehind, strLengths] : Table<5>(R"(
-        <% > end      | %        | 38 F0 3C                  | FF
+    // Script and tree with % for the text; what stands ahead of the length and behind the text;
+    // each length with its octets.
+    for (const auto& [strScript, strTree, strAhead, strBehind, strLengths] : Table<5>(R"(
+        <% > .      | %        | 38 F0 3C                  | FF
         | 1=00 64=3F 65=4000 320=40FF 321=6000000000 65536=600000FEBF
-        <r @k=% > end | r[k='%'] | 78 F0 3C 00 'r' 78 00 'k' | F0 FF
+        <r @k=% > . | r[k='%'] | 78 F0 3C 00 'r' 78 00 'k' | F0 FF
         | 1=40 5=44 6=05 8=07 9=0800 264=08FF 265=0C00000000 65536=0C0000FEF7
-        <r '% > end   | r '%'    | 38 F0 3C 00 'r'           | FF
+        <r '% > .   | r '%'    | 38 F0 3C 00 'r'           | FF
         | 1=90 2=91 3=9200 5=9202 6=8203 258=82FF 259=8300000000 65536=830000FEFD
     )")) {
         std::istringstream lengths(strLengths);
         for (std::string strLength; lengths >> strLength;) {
-            SCOPED_TRACE(strSteps + ' ' + strLength);
+            SCOPED_TRACE(strScript + ' ' + strLength);
             const std::string strText(std::stoul(strLength), 'x');
-            const std::string strOctets = Written("doc " + Filled(strSteps, strText));
+            const std::string strOctets = Written(Filled(strScript, strText));
             const std::string strHead = Bytes("E0 00 00 01 00 " + strAhead) +
                                         Bytes(strLength.substr(strLength.find('=') + 1));
             EXPECT_EQ(strOctets.substr(0, strHead.size()), strHead);
@@ -97,7 +98,7 @@ TEST(WrittenDocuments, IndexesFollowTheirBands)
 {
     struct Row
     {
-        const char* pszSteps; // null: octets that no writer puts out
+        const char* pszScript; // null: octets that no writer puts out
         const char* pszOctets;
         const char* pszTree;
     };
@@ -109,18 +110,19 @@ TEST(WrittenDocuments, IndexesFollowTheirBands)
         for (unsigned int u = 1; u <= uEntries; ++u)
             add(*context.GetVocabulary(), std::to_string(u));
         for (const Row& row : rows) {
-            const std::string strOctets = Bytes(row.pszOctets);
-            if (row.pszSteps) {
-                EXPECT_EQ(Written(row.pszSteps, context), strOctets);
+            const std::string strOctets =
+                Bytes("E0 00 00 01 20 10 00 18 'urn:qnxmllib16:vocabulary'") + Bytes(row.pszOctets);
+            if (row.pszScript) {
+                EXPECT_EQ(Written(row.pszScript, context), strOctets);
             }
-            EXPECT_EQ(Read(Bytes("E0 00 00 01 00") + strOctets, context), row.pszTree);
+            EXPECT_EQ(Read(strOctets, context), row.pszTree);
         }
     };
     constexpr unsigned int kFull = 1048576;
     check(kFull, [](auto& vocabulary, const auto& str) { vocabulary.AddElement("", "", str); },
           {
               // The writer's last band is read as the next name, as the standard has it.
-              {"<32 <33 > <2080 > <2081 > <526368 > <526369 > > end",
+              {"<32 <33 > <2080 > <2081 > <526368 > <526369 > > .",
                "38 F0 1F 20 00 F0 27 FF F0 28 00 00 F0 2F FF FF F0 30 00 00 01 FF F0",
                "32 (33 2080 2081 526368 526370)"},
               // A full table, which a further name doesn't enter.
@@ -131,19 +133,19 @@ TEST(WrittenDocuments, IndexesFollowTheirBands)
           });
     check(8257, [](auto& vocabulary, const auto& str) { vocabulary.AddAttribute("", "", str); },
           {
-              {"<r @64= @65= @8256= @8257= > end",
+              {"<r @64= @65= @8256= @8257= > .",
                "78 F0 3C 00 'r' 3F FF 40 00 FF 5F FF FF 60 00 00 FF F0 FF",
                "r[64=''][65=''][8256=''][8257='']"},
               // Local names, as parts of names of the other kind.
-              {"<64 <65 > > end", "38 F0 3C BF 3C C0 00 FF F0", "64 (65)"},
+              {"<64 <65 > > .", "38 F0 3C BF 3C C0 00 FF F0", "64 (65)"},
           });
     check(kFull, [](auto& vocabulary, const auto& str) { vocabulary.AddAttributeValue(str); },
-          {{"<r @k=64 @k=65 @k=8256 @k=8257 @k=1048576 > end",
+          {{"<r @k=64 @k=65 @k=8256 @k=8257 @k=1048576 > .",
             "78 F0 3C 00 'r' 78 00 'k' BF 00 C0 00 00 DF FF 00 E0 00 00 00 EF DF BF F0 FF",
             "r[k='64'][k='65'][k='8256'][k='8257'][k='1048576']"}});
     check(kFull, [](auto& vocabulary, const auto& str) { vocabulary.AddElementValue(str); },
           {{"<r <r '16 > <r '17 > <r '1040 > <r '1041 > <r '263184 > <r '263185 > <r '1048576 > "
-            "> end",
+            "> .",
             "38 F0 3C 00 'r' 00 AF F0 00 B0 00 F0 00 B3 FF F0 00 B4 00 00 F0 00 B7 FF FF F0 "
             "00 B8 00 00 00 F0 00 B8 0B FB EF FF F0",
             "r (r '16' r '17' r '1040' r '1041' r '263184' r '263185' r '1048576')"}});
@@ -162,21 +164,15 @@ TEST(FastInfosetWriter, IntegersFollowTheirBands)
         const char* pszFailure;
     };
     const Row rows[] = {
-        {[](auto& w) { w.Integer1To2pw20Bit2(0x80, 8256); }, "DF FF", ""},
-        {[](auto& w) { w.Integer1To2pw20Bit2(0, 0); }, "", pszRange},
         {[](auto& w) { w.Integer0To2pw20Bit2(0, 1048577); }, "", pszRange},
         // One above what X.891 has, and the last one ahead of that.
         {[](auto& w) { w.Integer1To2pw20Bit3(0x40, 526369); }, "70 00 00 01", ""},
         {[](auto& w) { w.Integer1To2pw20Bit3(0x40, 526368); }, "6F FF FF", ""},
-        {[](auto& w) { w.Integer1To2pw20Bit3(0, 1048577); }, "", pszRange},
         {[](auto& w) { w.Integer1To2pw20Bit4(0xA0, 263185); }, "B8 00 00 00", ""},
         {[](auto& w) { w.Integer1To2pw20Bit4(0, 0); }, "", pszRange},
         {[&](auto& w) { w.NonEmptyOctetStringBit5(0x80, &uOctet, 1); }, "80 00", ""},
         {[&](auto& w) { w.NonEmptyOctetStringBit5(0, &uOctet, 0x100000001); }, "", pszLength},
-        {[&](auto& w) { w.NonEmptyOctetStringBit7(0x80, &uOctet, 1); }, "80 00", ""},
         {[&](auto& w) { w.NonEmptyOctetStringBit7(0, &uOctet, 0); }, "", pszLength},
-        {[](auto& w) { w.NonEmptyOctetUTF8StringBit2(0, ""); }, "", pszLength},
-        {[](auto& w) { w.EncodedCharacterStringBit3(0, "", it_string); }, "", pszLength},
         {[](auto& w) { w.EncodedCharacterStringBit5(0, "", it_string); }, "", pszLength},
     };
     for (const Row& row : rows) {

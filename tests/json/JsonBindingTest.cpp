@@ -6,6 +6,7 @@
 #include "examples/gpx/model/GpxType.h"
 #include "tests/model/Sheet.h"
 #include "tests/model/Ship.h"
+#include "tests/support/Text.h"
 
 #include <filesystem>
 #include <gtest/gtest.h>
@@ -47,11 +48,11 @@ CSmartPtr<CGpxType> Parse(std::string strContent)
 // Through JSON into the copy. What comes out is its XML, or the failure: the words without the
 // place and without the XML text that a failure to bind shows.
 std::string ThroughJson(const CXmlObjectBase& object, CXmlObjectBase& copy,
-                        JsonRoundTrip eRoundTrip, bool bFormat = true)
+                        JsonRoundTrip eRoundTrip)
 {
     const CSerializationContext context = MakeJsonContext(eRoundTrip);
     try {
-        const std::string strJson = object.ToJson(bFormat, EOLType_LF, context);
+        const std::string strJson = object.ToJson(true, EOLType_LF, context);
         copy.FromJson(strJson.c_str(), context);
         return Write(copy);
     }
@@ -71,43 +72,18 @@ std::string ThroughJson(const CGpxType& document, JsonRoundTrip eRoundTrip)
 }
 
 const char* const kMemberInArray = "Expected Array separator character ',', found ':'";
-const char* const kNoValue =
-    "Expected Value '{', '[', '\"', '0-9', '-', 'true', 'false' or 'null', found '}'";
-
 } // namespace
 
-TEST(JsonBinding, DocumentsComeBackWithoutTheLosingShapes)
+TEST(JsonBinding, ARealDocumentWithoutTheLosingShapesComesBack)
 {
-    // What becomes of the whole document with the values 1 and 2: "" if it comes back, or the
-    // failure.
-    const std::string strShared = QNXML_SHARED_DATA "/gpx/";
-    const std::string strQuote = "Expected Object separator character ',', found '\"'";
-    const std::string rows[][3] = {
-        // The quotation mark in the description of the document ends its text.
-        {QNXML_EXAMPLES "/gpx/every-feature.gpx", strQuote, strQuote},
-        // Has just what JSON keeps: metadata, and points with their times in a single track behind
-        // it.
-        {strShared + "strava_ride_plain.gpx", "", ""},
-        // A link of the metadata stands in front of the time, which comes to stand in the array.
-        {strShared + "expertgps_trail_cdata.gpx", kMemberInArray, kMemberInArray},
-        {strShared + "waymarkedtrails_oneline.gpx", kMemberInArray, kMemberInArray},
-        // With content of other schemas besides, whose namespaces have no alias.
-        {strShared + "etrex20x_car_extensions.gpx", kMemberInArray,
-         "Unknown Namespace: TrackExtension."},
-        {strShared + "garmin_connect_run_tpx.gpx", kMemberInArray,
-         "Unknown Namespace: TrackPointExtension."},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row[0]);
-        if (!std::filesystem::exists(row[0]))
-            GTEST_SKIP() << "missing: " << row[0];
-        const CSmartPtr<CGpxType> pDocument = new CGpxType;
-        pDocument->FromXmlFile(row[0].c_str(), CSerializationContext::m_defaultContext);
-        const std::string strXml = Write(*pDocument);
-        EXPECT_EQ(ThroughJson(*pDocument, JsonRoundTrip_NoNamespaces),
-                  row[1].empty() ? strXml : row[1]);
-        EXPECT_EQ(ThroughJson(*pDocument, JsonRoundTrip_Full), row[2].empty() ? strXml : row[2]);
-    }
+    // Just what JSON keeps: metadata, and points with their times in a single track behind it.
+    const std::string strPath = QNXML_SHARED_DATA "/gpx/strava_ride_plain.gpx";
+    if (!std::filesystem::exists(strPath))
+        GTEST_SKIP() << "missing: " << strPath;
+    const CSmartPtr<CGpxType> pDocument = new CGpxType;
+    pDocument->FromXmlFile(strPath.c_str(), CSerializationContext::m_defaultContext);
+    for (const JsonRoundTrip eRoundTrip : {JsonRoundTrip_NoNamespaces, JsonRoundTrip_Full})
+        EXPECT_EQ(ThroughJson(*pDocument, eRoundTrip), Write(*pDocument));
 }
 
 TEST(JsonBinding, EachShapeComesBackAsTheMappingHasIt)
@@ -120,35 +96,17 @@ TEST(JsonBinding, EachShapeComesBackAsTheMappingHasIt)
         {"<wpt><name/><desc>a\tb &amp; &lt; /* c */ \x7F</desc></wpt>"},
         // An object that ends with an attribute leaves its element open.
         {"<wpt></wpt>", "An Element has not been closed.", "An Element has not been closed."},
-        // What follows moves into it, and the closing brace of the document makes up for the end.
-        {"<metadata><author><email id='i' domain='d'/><link href='h'><text>t</text></link>"
-         "</author></metadata>",
-         "Failed read all the elements held within the element [email]. The unexpected element "
-         "[link] remains un processed",
-         "Failed read all the elements held within the element [email]. The unexpected element "
-         "[link] remains un processed"},
         // Content of other schemas writes its text even if it is empty, which ends the element. It
         // has no namespace with the value 1.
-        {"<metadata><extensions><eq:a k='1'/><eq:a k='2'>y</eq:a></extensions></metadata>",
-         "<metadata><extensions><a xmlns='' k='1'/><a xmlns='' "
-         "k='2'>y</a></extensions></metadata>"},
         {"<wpt><extensions><eq:a><eq:b>x</eq:b></eq:a></extensions></wpt>",
          "<wpt><extensions><a xmlns=''><b>x</b>\n\t\t\t\t\n\t\t\t</a></extensions></wpt>",
          "<wpt><extensions><eq:a><eq:b>x</eq:b>\n\t\t\t\t\n\t\t\t</eq:a></extensions></wpt>"},
-        // A key with nothing behind it.
-        {"<wpt><extensions/></wpt>", kNoValue, kNoValue},
         // The bracket of a collection closes at the end of the parent.
         {"<wpt><name>n</name></wpt><trk><name>t</name></trk>", kMemberInArray, kMemberInArray},
-        // Plain values open no bracket, and one is closed nevertheless.
-        {"<wpt><extensions><eq:a>x</eq:a></extensions></wpt>",
-         "Expected Object separator character ',', found ']'",
-         "Expected Object separator character ',', found ']'"},
         // Quotation marks and backslashes go unescaped.
         {"<wpt><desc>a\", \"sym\": \"b</desc></wpt>", "<wpt><desc>a</desc><sym>b</sym></wpt>",
          "Failed read all the elements held within the element [wpt]. The unexpected element [sym] "
          "remains un processed"},
-        {"<wpt><desc>C:\\Users</desc></wpt>", "Invalid Escape Character 'U'",
-         "Invalid Escape Character 'U'"},
         {"<wpt><desc>C:\\temp</desc></wpt>", "<wpt><desc>C:\temp</desc></wpt>",
          "<wpt><desc>C:\temp</desc></wpt>"},
         // The reader passes over line feeds.
@@ -181,39 +139,28 @@ TEST(JsonBinding, TypesComeBackAndNilObjectsAndPlainCollectionsDoNot)
     static_cast<CstringCol*>(pSheet->m_values[0].PeekXmlCollection())->Add("x");
     for (const JsonRoundTrip eRoundTrip : {JsonRoundTrip_NoNamespaces, JsonRoundTrip_Full}) {
         SCOPED_TRACE(eRoundTrip);
-        for (const bool bFormat : {false, true}) {
-            pShip->m_log->SetNil(false);
-            EXPECT_EQ(ThroughJson(*pShip, *pShipCopy, eRoundTrip, bFormat), Write(*pShip));
-            pShip->m_log->SetNil(true);
-            EXPECT_NE(ThroughJson(*pShip, *pShipCopy, eRoundTrip, bFormat).find("Expected "), 0u);
-            EXPECT_EQ(ThroughJson(*pSheet, *pSheetCopy, eRoundTrip, bFormat),
-                      "Expected Object separator character ',', found ']'");
-        }
+        pShip->m_log->SetNil(false);
+        EXPECT_EQ(ThroughJson(*pShip, *pShipCopy, eRoundTrip), Write(*pShip));
+        pShip->m_log->SetNil(true);
+        EXPECT_EQ(ThroughJson(*pShip, *pShipCopy, eRoundTrip), "An Element has not been closed.");
+        EXPECT_EQ(ThroughJson(*pSheet, *pSheetCopy, eRoundTrip),
+                  "Expected Object separator character ',', found ']'");
     }
 }
 
-TEST(JsonBinding, AFailureToBindShowsTheWholeXmlAndRestoresTheContext)
+TEST(JsonBinding, AFailureToBindShowsTheWholeXml)
 {
+    const CSerializationContext context = MakeJsonContext(JsonRoundTrip_NoNamespaces);
     const std::string strJson = "{\"gpx\": {\"wpt\": \"\"}}"; // without its attributes
-    for (const JsonRoundTrip eRoundTrip :
-         {JsonRoundTrip_None, JsonRoundTrip_NoNamespaces, JsonRoundTrip_Full}) {
-        for (const bool bIgnore : {false, true}) {
-            CSerializationContext context;
-            context.GetJsonContext().SetSupportRoundtrip(eRoundTrip);
-            context.SetIgnoreNamespaces(bIgnore);
-            const CBinaryData xml = CJsonTextReader::ConvertJsonToXml(strJson, context);
-            const std::string strXml(reinterpret_cast<const char*>(xml.GetData()), xml.GetLength());
-            const CSmartPtr<CGpxType> pCopy = new CGpxType;
-            try {
-                pCopy->FromJson(strJson.c_str(), context);
-                ADD_FAILURE() << "nothing was thrown";
-            }
-            catch (const CQnException& e) {
-                EXPECT_EQ(e.GetMessage(), "Error converting JSON to XML:\n" + strXml);
-                ASSERT_TRUE(e.GetInnerException());
-                EXPECT_EQ(e.GetInnerException()->GetPath(), "/gpx");
-            }
-            EXPECT_EQ(context.GetIgnoreNamespaces(), bIgnore);
-        }
+    const CSmartPtr<CGpxType> pCopy = new CGpxType;
+    try {
+        pCopy->FromJson(strJson.c_str(), context);
+        ADD_FAILURE() << "nothing was thrown";
+    }
+    catch (const CQnException& e) {
+        EXPECT_EQ(e.GetMessage(), "Error converting JSON to XML:\n" +
+                                      ToText(CJsonTextReader::ConvertJsonToXml(strJson, context)));
+        ASSERT_TRUE(e.GetInnerException());
+        EXPECT_EQ(e.GetInnerException()->GetPath(), "/gpx");
     }
 }

@@ -22,8 +22,8 @@ inline std::vector<std::pair<std::string, std::string>> Rows(const char* pszTabl
     return vecRows;
 }
 
-// The XML that a JSON text converts to, on one line, without declaration and indentation; "Class: message" for a failure,
-// without its path.
+// The XML that a JSON text converts to, on one line, without declaration and indentation; "Class:
+// message" for a failure, without its path.
 inline std::string XmlLineOf(const std::string& strJson,
                              const QnXmlLib16::CSerializationContext& context = {})
 {

@@ -17,3 +17,13 @@ inline QnXmlLib16::CBinaryData ToData(const std::string& strText)
     data.SetBuffer(reinterpret_cast<const unsigned char*>(strText.data()), strText.size());
     return data;
 }
+
+// The text several times.
+inline std::string Repeated(const std::string& strText, std::size_t nCount)
+{
+    std::string strAll;
+    strAll.reserve(strText.size() * nCount);
+    for (; nCount > 0; --nCount)
+        strAll += strText;
+    return strAll;
+}
