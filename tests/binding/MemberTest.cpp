@@ -15,6 +15,7 @@ namespace {
 constexpr auto kSeq = XmlElementGroupType_Sequence;
 constexpr auto kAll = XmlElementGroupType_All;
 constexpr auto kChoice = XmlElementGroupType_Choice;
+constexpr auto kOther = static_cast<XmlElementType>(2);
 
 const std::string kNotRead = "CQnValidationException: Failed to process the element. @/r < ";
 const std::string kNotWritten =
@@ -28,12 +29,19 @@ constexpr int kSpanId = 1;
 constexpr char kAny[] = "##any";
 constexpr char kNone[] = "";
 
-// Whether the create function of the entries gives nothing.
-bool s_bGivesNull = false;
+// What the create function of the entries does.
+enum class Creation
+{
+    Works,
+    GivesNull,
+    Throws
+} s_creation = Creation::Works;
 
 CSmartPtr<CXmlObjectBase> Create(int nClassId, const char* pszName)
 {
-    if (s_bGivesNull)
+    if (s_creation == Creation::Throws)
+        throw CQnInvalidStateException("out of stock");
+    if (s_creation == Creation::GivesNull)
         return {};
     return CSmartPtr<CSheet>(new CSheet(nClassId == kViceId ? Vice() : Span(), pszName));
 }
@@ -61,6 +69,7 @@ const Content kHeldVice = {kVice.xml, kVice.dump,
 const Content kSpan = {"<from>1</from><to>2</to>", "{0:1 1:2}"};
 const Content kHeldSpan = {kSpan.xml, kSpan.dump,
                            [](int n, const char*) { return HeldSheet(n, Span()); }};
+const Content kHeldOther = kHeldSpan;
 const Content kTool = {ToolXml("@", "Saw", "<teeth>3</teeth>"), "{0:3}"};
 const Content kWild = {"<@ b=\"1\">x</@>", "<@ b=\"1\">x</@>"};
 const Content kHeldWild = {kWild.xml, kWild.dump,
@@ -143,6 +152,8 @@ const Member kMembers[] = {
     {kAll, true, New<CElementInfoAllClsMnd, kReal, Create, kViceId, true>, kHeldVice, kMissed},
     {kAll, true, New<CElementInfoAllClsMnd, kReal, Create, kViceId, false>, kHeldVice},
     {kAll, true, New<CElementInfoAllClsMnd, kPseudo, Create, kSpanId, false>, kHeldSpan, kMissed},
+    {kAll, true, New<CElementInfoAllClsMnd, kOther, Create, kSpanId, false>, kHeldOther},
+    {kAll, true, New<CElementInfoAllClsMnd, kOther, Create, kSpanId, true>, kHeldOther, kMissed},
     {kAll, false, New<CElementInfoAllClsOpt, kReal, Create, kViceId>, kVice},
     {kAll, false, New<CElementInfoAllClsOpt, kPseudo, Create, kSpanId>, kSpan},
     {kAll, true, New<CElementInfoAllAbsClsMnd, kReal, MakeTool, 0>, kTool, kMissed},
@@ -273,14 +284,29 @@ TEST(EveryMember, IsMissedOrMayBeAbsent)
 
 TEST(EveryMember, ThatReadsIntoAnObjectNeedsOne)
 {
-    s_bGivesNull = true;
+    s_creation = Creation::GivesNull;
     for (const Member& member : kMembers) {
         const CPair empty(member, false);
         const bool bNeedsOne = IsCreated(member) || member.content.hold;
         EXPECT_EQ(Read(*empty.m_pSheet, empty.m_strXml),
                   bNeedsOne ? kNotRead + kEmptyProperty : empty.m_strDump);
     }
-    s_bGivesNull = false;
+    s_creation = Creation::Works;
+}
+
+TEST(EveryMember, PassesOnWhatItsCreateFunctionThrows)
+{
+    s_creation = Creation::Throws;
+    for (const Member& member : kMembers) {
+        if (!IsCreated(member) && &member.content != &kTool)
+            continue;
+        const CPair pair(member);
+        EXPECT_EQ(
+            Read(*pair.m_pSheet, IsCreated(member) ? pair.m_strXml : ToolXml("a", "Drill", "")),
+            kNotRead + "CQnInvalidStateException: out of stock");
+        EXPECT_EQ(pair.m_pSheet->Dump(), "");
+    }
+    s_creation = Creation::Works;
 }
 
 TEST(EveryMember, LiftsTheAttributesOfAPseudoChild)
@@ -351,4 +377,52 @@ TEST(Interruptions, ByAPropertyTellItsPlaceOrItsName)
                       : "CQnException: Failed to set the property value. @/r/" +
                             std::string(IsPseudo(member) ? "from" : "a") + strNotNow);
     }
+}
+
+TEST(Interruptions, ByAListenerEndTheRead)
+{
+    class CThrower : public IEventSink
+    {
+    public:
+        CXmlObjectBase* GetBase() override { return nullptr; }
+        void OnEvent(CXmlObjectBase*, MsgType, void*) override
+        {
+            throw CQnInvalidStateException("full");
+        }
+    };
+    CThrower thrower;
+    for (const Member& member : kMembers) {
+        const CPair pair(member);
+        if (!pair.m_pSheet->m_values[0].PeekXmlCollection() || member.group == kAll)
+            continue;
+        bool bListens = true;
+        const auto hold = [&](QnVariant& value) {
+            member.content.hold(0, "a").hold(value);
+            if (bListens)
+                value.PeekXmlCollection()->AddEventListener(&thrower);
+        };
+        const CTables tables(member.group, kReal, {member.make("a", 0)}, {}, {{0, hold}});
+        const CSmartPtr<CSheet> pSheet(new CSheet(tables));
+        EXPECT_EQ(Read(*pSheet, pair.m_strXml), kNotRead + "CQnInvalidStateException: full");
+        EXPECT_EQ(pSheet->Dump(), "");
+        bListens = false;
+        EXPECT_EQ(Read(*pSheet, pair.m_strXml), pair.m_strDump);
+    }
+}
+
+TEST(FailedReads, TellTheInnermostPlaceOnceAndKeepWhatWasRead)
+{
+    const CTables tables(kSeq, kReal,
+                         {Number<CElementInfoSeqPrimMnd>("a", 0),
+                          New<CElementInfoSeqClsOpt, kReal, Create, kViceId>("vice", 1)});
+    const CSmartPtr<CSheet> pSheet(new CSheet(tables));
+    const std::string strFailure =
+        "CQnException: Failed to process the element. @/r/vice < CQnInvalidValueException";
+    const auto read = [&](const char* pszXml) {
+        return Read(*pSheet, pszXml).substr(0, strFailure.size());
+    };
+    EXPECT_EQ(read("<a>1</a><vice><jaw>wide</jaw></vice>"), strFailure);
+    EXPECT_EQ(pSheet->Dump(), "0:1"); // a new child is assigned once it has been read
+    EXPECT_EQ(read("<a>1</a><vice no='x'><jaw>1</jaw></vice>"), strFailure);
+    EXPECT_EQ(read("<a>2</a><vice><jaw>1</jaw></vice>"), "0:2 1:{1:1}");
 }
