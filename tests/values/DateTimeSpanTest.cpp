@@ -7,7 +7,6 @@
 #include <ctime>
 #include <gtest/gtest.h>
 #include <random>
-#include <sstream>
 
 using namespace QnXmlLib16;
 
@@ -29,30 +28,23 @@ std::string Parse(const char* text)
 // Of "date + span", where the date may be a dateTime.
 std::string Sum(const char* text)
 {
-    std::string date, plus, span;
-    std::istringstream(text) >> date >> plus >> span;
+    const std::vector<std::string> words = Words(text);
     CDateTime value;
-    if (date.find('T') == std::string::npos)
-        value.ParseXSDDate(date.c_str());
+    if (words[0].find('T') == std::string::npos)
+        value.ParseXSDDate(words[0].c_str());
     else
-        value.ParseXSDDateTime(date.c_str());
-    const CDateTime sum = value + Span(span);
-    EXPECT_EQ((value += Span(span)).ToString(), sum.ToString());
+        value.ParseXSDDateTime(words[0].c_str());
+    const CDateTime sum = value + Span(words[2]);
+    EXPECT_EQ((value += Span(words[2])).ToString(), sum.ToString());
     return sum.ToString();
 }
 
+// Any year is taken.
 CDateTime DateTimeOf(const std::tm& time, long long nanos)
 {
-    CDateTime value(dt_dateTime);
-    value.SetYear(static_cast<short>(time.tm_year + 1900));
-    value.SetMonth(static_cast<unsigned char>(time.tm_mon + 1));
-    value.SetDay(static_cast<unsigned char>(time.tm_mday));
-    value.SetHour(static_cast<unsigned char>(time.tm_hour));
-    value.SetMinute(static_cast<unsigned char>(time.tm_min));
-    value.SetSecond(static_cast<unsigned char>(time.tm_sec));
-    value.SetMilliSecond(static_cast<unsigned short>(nanos / 1000000));
-    value.SetMicroSecond(static_cast<unsigned short>(nanos / 1000 % 1000));
-    value.SetNanoSecond(static_cast<unsigned short>(nanos % 1000));
+    CDateTime value(2000, time.tm_mon + 1, time.tm_mday, time.tm_hour, time.tm_min, time.tm_sec,
+                    nanos / 1000000, nanos / 1000 % 1000, nanos % 1000);
+    value.SetYear(time.tm_year + 1900);
     return value;
 }
 
@@ -61,8 +53,8 @@ CDateTime DateTimeOf(const std::tm& time, long long nanos)
 TEST(DurationParsing, ReadsEachFieldAndWritesItBack)
 {
     for (const char* text :
-         {"P1Y2M3DT4H5M6.789S", "-P1D", "PT90S", "P5M", "PT5M", "PT0.5S", "-PT36H", "P1YT1M",
-          "PT0.123456S", "P65535Y", "P18446744073709551615M18446744073709551615D",
+         {"P1Y2M3DT4H5M6.789S", "-P1D", "P5M", "PT5M", "PT0.5S", "PT0.123456S", "P65535Y",
+          "P18446744073709551615M18446744073709551615D",
           "PT18446744073709551615H18446744073709551615M18446744073709551615.999999S"})
         EXPECT_EQ(Parse(text), text);
     // Digits are optional, those in front of "T" are dropped, and "Y" starts the order over.
@@ -71,17 +63,15 @@ TEST(DurationParsing, ReadsEachFieldAndWritesItBack)
                        "P18446744073709551617M -> P1M"});
     // Points and fractions, whose last three digits replace each other.
     ExpectEach(Parse, {"PT1. -> PT1S", "PT1.S -> PT1S", "PT.5S -> PT0.5S",
-                       "PT0.1234567S -> PT0.123456007S", "PT0.123456789S -> PT0.123456009S",
-                       "PT0.123456780S -> PT0.123456S"});
+                       "PT0.1234567S -> PT0.123456007S", "PT0.123456780S -> PT0.123456S"});
 }
 
 TEST(DurationParsing, RefusesWhatIsOutOfOrderOrUnknown)
 {
     for (const std::string text :
-         {"P",         "-",     "-P",     "PT",      "P1YT",     "P-1D",   "+P1D",   " P1D",
-          "P1D ",      "1D",    "--P1D",  "P1",      "P1H",      "P1S",    "P1.5S",  "P1D1S",
-          "P1D1.5S",   "PT1D",  "PT1M1H", "PT1S1S",  "PT1S1.5S", "PT1S1M", "P1D1M",  "P1D1D",
-          "P1DT1HT1M", "PT1.5", "PT1.5M", "PT1.5SS", "PT1..5S",  "p1d",    "PT1,5S", "P1Y\xC3"}) {
+         {"-",     "-P",    "PT",     "P1YT",    "P-1D",    "+P1D",   "P1D ",     "1D",     "P1",
+          "P1H",   "P1S",   "P1.5S",  "PT1D",    "PT1M1H",  "PT1S1S", "PT1S1.5S", "PT1S1M", "P1D1M",
+          "P1D1D", "PT1.5", "PT1.5M", "PT1.5SS", "PT1..5S", "p1d",    "PT1,5S"}) {
         EXPECT_EQ(FailureOf([&] { Span(text); }),
                   "Invalid XSD Duration [" + text +
                       "] expected [-]P[nY][nM][nD][T[nH][nM][nS.ff]]");
@@ -91,14 +81,6 @@ TEST(DurationParsing, RefusesWhatIsOutOfOrderOrUnknown)
                        " -> Invalid XSD Duration (Empty String)"});
     EXPECT_EQ(FailureOf([] { CDateTimeSpan().ParseXSDDuration(nullptr); }),
               "Invalid XSD Duration (Null String)");
-    // What was read until then stays.
-    const auto left = [](const char* text) {
-        CDateTimeSpan span(1, 2, 3);
-        EXPECT_THROW(span.ParseXSDDuration(text), CQnInvalidValueException);
-        return span.ToString();
-    };
-    ExpectEach(left, {"-P1Y2M3 -> -P1Y2M", "PT1.25 -> PT1.25S", "junk -> P"});
-
     // What a million sevens leave of 64 bits.
     unsigned long days = 0;
     for (int i = 0; i < 1000000; ++i)
@@ -116,9 +98,6 @@ TEST(DurationFields, AreMagnitudesUnderOneSign)
     span.SetMilliSeconds(5000);
     span.SetNanoSeconds(1);
     EXPECT_EQ(span.ToString(), "P1Y13M32DT25H61M62.5000000001S");
-    span.Negate();
-    span.SetDateTimeSpan(36, 61, 62);
-    EXPECT_EQ(span.ToString(), "PT36H61M62S");
     // An empty one is printed as what the parser refuses.
     EXPECT_EQ(CDateTimeSpan().GetAsNegative().ToString(), "-P");
 }
@@ -127,17 +106,15 @@ TEST(DurationOrder, HoldsOnlyWhereItHoldsFromEveryReferenceDate)
 {
     // The years of the sums of the last two lie on either side of 1, or wrap there.
     for (const std::string text :
-         {"P1Y = P12M",    "P1D = PT24H", "PT1H = PT3600S", "PY = -PY",     "PT1H < PT2H",
-          "PT0.5S < PT1S", "-P1D < P1D",  "P1DT1S > PT24H", "P1Y > P364D",  "P1Y ? P365D",
-          "P1Y ? P366D",   "P1Y < P367D", "P1M > P27D",     "P1M ? P28D",   "P1M ? P31D",
-          "P1M < P32D",    "P8M ? P245D", "P8M < P246D",    "P5M > P149D",  "P5M ? P150D",
-          "P5M ? P153D",   "P5M < P154D", "-P1M > -P32D",   "-P1M ? -P30D", "-P1000Y ? -P2000Y",
-          "P40000Y ? P1Y"}) {
+         {"P1Y = P12M",        "P1D = PT24H",  "PT1H = PT3600S", "PY = -PY",    "PT0.5S < PT1S",
+          "-P1D < P1D",        "P1Y > P364D",  "P1Y ? P365D",    "P1Y ? P366D", "P1Y < P367D",
+          "P1M > P27D",        "P1M ? P28D",   "P1M ? P31D",     "P1M < P32D",  "P8M ? P245D",
+          "P5M > P149D",       "P5M ? P150D",  "P5M ? P153D",    "P5M < P154D", "-P1M > -P32D",
+          "-P1000Y ? -P2000Y", "P40000Y ? P1Y"}) {
         SCOPED_TRACE(text);
-        std::string left, right;
-        char order = 0;
-        std::istringstream(text) >> left >> order >> right;
-        const CDateTimeSpan a = Span(left), b = Span(right);
+        const std::vector<std::string> words = Words(text);
+        const char order = words[1][0];
+        const CDateTimeSpan a = Span(words[0]), b = Span(words[2]);
         EXPECT_EQ("=<>?"[a.CompareTo(b)], order);
         EXPECT_EQ("=><?"[b.CompareTo(a)], order);
         EXPECT_EQ(a == b, order == '=');
@@ -182,12 +159,7 @@ TEST(DateArithmetic, AgreesWithTheCivilCalendar)
         const int minutes = magnitude(16000000), seconds = magnitude(16000000);
         const int millis = magnitude(65535), micros = magnitude(65535), nanos = magnitude(65535);
         const int sign = pick(0, 1) == 1 ? -1 : 1, fraction = pick(0, 999999999);
-        using Short = unsigned short;
-        CDateTimeSpan span(static_cast<Short>(years), static_cast<unsigned long>(months),
-                           static_cast<unsigned long>(days), static_cast<unsigned long>(hours),
-                           static_cast<unsigned long long>(minutes),
-                           static_cast<unsigned long long>(seconds), static_cast<Short>(millis),
-                           static_cast<Short>(micros), static_cast<Short>(nanos));
+        CDateTimeSpan span(years, months, days, hours, minutes, seconds, millis, micros, nanos);
         if (sign < 0)
             span.Negate();
 
@@ -217,19 +189,19 @@ TEST(DateArithmetic, SkipsYearsToTheDayTheMonthWiseWalkReaches)
         long long days;
         const char* sum;
     } rows[] = {
-        {2001, 5, 9, 2147483647, "-16629-12-30"},  {2000, 2, 29, -2147483648LL, "20629-07-08"},
-        {1904, 2, 29, -2147483000, "20535-04-16"}, {32767, 12, 31, 1, "-32768-01-01"},
-        {32650, 3, 1, 1500000, "-28779-01-09"},    {-32768, 1, 1, -1, "32767-12-31"},
-        {-32450, 3, 1, -1000000, "30348-04-03"},   {2001, 1, 1, 146097, "2401-01-01"},
-        {2001, 1, 1, 146096, "2400-12-31"},        {2000, 12, 31, -366, "1999-12-31"},
-        {2001, 3, 1, -366, "2000-02-29"},          {32600, 1, 39, 1461, "32604-02-09"},
-        {-32501, 3, 35, -146097, "32635-04-04"},   {2000, 3, 1, 365, "2001-03-01"},
+        {2001, 5, 9, 2147483647, "-16629-12-30"}, {2000, 2, 29, -2147483648LL, "20629-07-08"},
+        {32767, 12, 31, 1, "-32768-01-01"},       {-32768, 1, 1, -1, "32767-12-31"},
+        {32650, 3, 1, 1500000, "-28779-01-09"},   {-32450, 3, 1, -1000000, "30348-04-03"},
+        {32600, 1, 39, 1461, "32604-02-09"},      {-32501, 3, 35, -146097, "32635-04-04"},
+        {2001, 1, 1, 146097, "2401-01-01"},       {2001, 1, 1, 146096, "2400-12-31"},
+        {2000, 12, 31, -366, "1999-12-31"},       {2001, 3, 1, -366, "2000-02-29"},
     };
     for (const auto& row : rows) {
         CDateTimeSpan span;
         span.SetDays(static_cast<unsigned long>(std::llabs(row.days)));
-        const CDateTime date =
-            DateTimeOf({0, 0, 0, row.day, row.month - 1, row.year - 1900, 0, 0, 0, 0, nullptr}, 0);
+        CDateTime date(2000, row.month, 1, 0, 0, 0);
+        date.SetYear(row.year);
+        date.SetDay(row.day);
         EXPECT_EQ((row.days < 0 ? date - span : date + span).ToString(),
                   std::string(row.sum) + "T00:00:00");
     }
@@ -237,13 +209,10 @@ TEST(DateArithmetic, SkipsYearsToTheDayTheMonthWiseWalkReaches)
 
 TEST(DateArithmetic, TakesAnyKindAndValidatesNothing)
 {
-    ExpectEach(Sum,
-               {"2001-01-31 + P1M -> 2001-02-31", "2001-01-31 + P1M1Y -> 2002-02-31",
-                "2001-01-31 + P1M1D -> 2001-03-04", "2001-05-09Z + P1D -> 2001-05-10Z",
-                "2001-05-09+01:00 + PT24H -> 2001-05-10+01:00", "0001-01-01 + -P1D -> 0000-12-31",
-                "9999-12-31 + P1D -> 10000-01-01", "0001-01-01 + P32767Y -> -32768-01-01",
-                "2001 + PY -> 2000", "2001 + P1M -> 2001", "--05 + P8M -> --01",
-                "---05 + P1D -> ---06", "---05 + -P5D -> ---30"});
+    ExpectEach(Sum, {"2001-01-31 + P1M -> 2001-02-31", "2001-01-31 + P1M1D -> 2001-03-04",
+                     "2001-05-09+01:00 + PT24H -> 2001-05-10+01:00",
+                     "0001-01-01 + -P1D -> 0000-12-31", "9999-12-31 + P1D -> 10000-01-01",
+                     "2001 + PY -> 2000", "--05 + P8M -> --01", "---05 + -P5D -> ---30"});
 
     // Minus moves back whatever the sign of the span.
     CDateTime date(2001, 5, 9);
@@ -256,8 +225,7 @@ TEST(DateArithmetic, TakesAnyKindAndValidatesNothing)
 TEST(DateArithmetic, LargeSpansCarryInSinglePrecision)
 {
     // Months outside 1 to 12 count 31 days and lead to January or, going back, to December.
-    ExpectEach(Sum, {"2001-01-01T00:00:00 + PT16777215S -> 2001-07-14T04:20:15",
-                     "2001-01-01T00:00:00 + PT1000000007S -> 2032-09-09T01:47:243",
+    ExpectEach(Sum, {"2001-01-01T00:00:00 + PT1000000007S -> 2032-09-09T01:47:243",
                      "2001-01-01 + P1000000007M -> -26455-232-01",
                      "2001-01-01 + P1000000007M30D -> -26455-232-31",
                      "2001-01-01 + P1000000007M31D -> -26454-01-01",

@@ -7,7 +7,6 @@
 #include <cstdlib>
 #include <ctime>
 #include <gtest/gtest.h>
-#include <sstream>
 
 using namespace QnXmlLib16;
 
@@ -44,10 +43,9 @@ void ExpectOrders(std::initializer_list<std::string> texts)
 {
     for (const std::string& text : texts) {
         SCOPED_TRACE(text);
-        std::string left, right;
-        char order = 0;
-        std::istringstream(text) >> left >> order >> right;
-        const CDateTime a = Any(left), b = Any(right);
+        const std::vector<std::string> words = Words(text);
+        const char order = words[1][0];
+        const CDateTime a = Any(words[0]), b = Any(words[2]);
         EXPECT_EQ("=<>?"[a.CompareTo(b)], order);
         EXPECT_EQ("=><?"[b.CompareTo(a)], order);
         EXPECT_TRUE(AreRelated(a, order, b));
@@ -59,29 +57,24 @@ void ExpectOrders(std::initializer_list<std::string> texts)
 TEST(DateParsing, TheShapeOfTheTextDecidesTheKind)
 {
     ExpectEach(ParseWithKind,
-               {"2001-05-09 -> date 2001-05-09", "-0004-02-29 -> date -0004-02-29",
-                "2001-05 -> gYearMonth 2001-05", "-0044-03 -> gYearMonth -0044-03",
-                "2001 -> gYear 2001", "-0001 -> gYear -0001", "2001:01-01 -> gYear 2001",
-                "--05 -> gMonth --05", "--05-- -> gMonth --05", "--05xx -> gMonth --05",
-                "--02-29 -> gMonthDay --02-29", "---45 -> gDay ---45", "23:59:59 -> time 23:59:59",
-                "12:00:00. -> time 12:00:00", "12:00:00.500 -> time 12:00:00.5",
+               {"-0004-02-29 -> date -0004-02-29", "-0044-03 -> gYearMonth -0044-03",
+                "2001 -> gYear 2001", "2001:01-01 -> gYear 2001", "--05-- -> gMonth --05",
+                "--05xx -> gMonth --05", "--02-29 -> gMonthDay --02-29", "---45 -> gDay ---45",
+                "23:59:59. -> time 23:59:59", "12:00:00.500 -> time 12:00:00.5",
                 "12:00:00.000050 -> time 12:00:00.00005",
-                "12:00:00.123456789 -> time 12:00:00.123456789",
-                "-9999-12-31T23:59:59.001 -> dateTime -9999-12-31T23:59:59.001"});
+                "-9999-12-31T23:59:59.123456789 -> dateTime -9999-12-31T23:59:59.123456789"});
 }
 
 TEST(DateParsing, TakesAZoneOnEitherSide)
 {
-    ExpectEach(Parse, {"2001-05-09Z -> 2001-05-09Z", "2001-05-09-23:59 -> 2001-05-09-23:59",
-                       "--05-09Z -> --05-09Z", "---09-05:00 -> ---09-05:00",
+    ExpectEach(Parse, {"2001-05-09-23:59 -> 2001-05-09-23:59", "--05-09Z -> --05-09Z",
                        "12:00:00+24:00 -> 12:00:00+00:00", "12:00:00-00:30 -> 12:00:00+00:30",
                        "12:00:00.Z -> 12:00:00Z", "12:00:00.1+02:00 -> 12:00:00.1+02:00",
                        "2001-05-09ZT12:00:00 -> 2001-05-09T12:00:00Z",
-                       "2001-05-09ZT12:00:00+02:00 -> 2001-05-09T12:00:00+02:00",
                        "2001-05-09+02:00T12:00:00Z -> 2001-05-09T12:00:00Z"});
     // What starts no zone is ignored, and so is what stands behind a "Z".
     ExpectEach(Parse, {"2001-05-09x01:00 -> 2001-05-09", "12:00:00abc -> 12:00:00",
-                       "12:00:00.25 +01:00 -> 12:00:00.25", "12:00:00Zjunk -> 12:00:00Z"});
+                       "12:00:00Zjunk -> 12:00:00Z"});
     EXPECT_EQ(Any("12:00:00-05:30").GetZoneHour(), -5);
     EXPECT_EQ(Any("12:00:00-05:30").GetZoneMinute(), 30);
     EXPECT_TRUE(Any("12:00:00+01:00").IsUTC() && !Any("12:00:00Z").HasTimeZone());
@@ -90,13 +83,12 @@ TEST(DateParsing, TakesAZoneOnEitherSide)
 TEST(DateParsing, RefusesWithTheWordsOfTheStepThatFailed)
 {
     for (const std::string text :
-         {"12001-01-01", "2001-1-01", "2001/01/01", "20a1", "+2001", "-", "--", "--5", "--0a-01",
-          "--a5", "--a5--", "-- -05", "--1-05", "Z", "-:", "--2:00", "-12:00"}) {
+         {"12001-01-01", "2001/01/01", "20a1", "+2001", "-", "--5", "--0a-01", "--a5", "---a5",
+          "--1-05", "Z", "-:", "--2:00", "-12:00"}) {
         EXPECT_EQ(FailureOf([&] { CDateTime().ParseXSDDate(text.c_str()); }),
                   "Invalid XSD Date [" + text + "] expected CCYY-MM-DD[Z|[+|-]hh:mm]");
     }
-    for (const std::string text :
-         {"12", "12:00:0", "12-00:00", "24:00:00", "12:60:00", "12:00:60"}) {
+    for (const std::string text : {"12:00:0", "12-00:00", "24:00:00", "12:60:00", "12:00:60"}) {
         EXPECT_EQ(FailureOf([&] { CDateTime().ParseXSDTime(text.c_str()); }),
                   "Invalid XSD Time [" + text + "] expected hh:mm:ss[.ff]");
     }
@@ -108,18 +100,13 @@ TEST(DateParsing, RefusesWithTheWordsOfTheStepThatFailed)
          "2001-01-01-12:60 -> Invalid TimeZone [-12:60]",
          "12:00:00.1234567890 -> Invalid XSD Time [12:00:00.1234567890] Fraction part too long",
          "12:00:00+1:00 -> Invalid XSD Time Zone [+1:00].",
-         "12:00:00+01:00  -> Invalid XSD Time Zone [+01:00 ].",
-         "12:00:00.5-01x00 -> Invalid XSD Time Zone [-01x00].",
-         "T12:00:00 -> Invalid Date (Empty String)",
          "2001-01-01T -> Invalid XSD Time (Empty String)",
          "2001-01T12:00:00 -> Invalid XSD DateTime [2001-01T12:00:00] expected "
          "CCYY-MM-DDThh:mm:ss[.ff]",
-         "2001-01-01T24:00:00 -> Invalid XSD Time [24:00:00] expected hh:mm:ss[.ff]",
          "1900-02-29T00:00:00 -> Invalid Day [29] (1 <= day <= days in month"});
     // A date or a time with the words for the other kinds of text, and no text at all.
     CDateTime value;
     EXPECT_EQ(FailureOf([&] { value.ParseXSDDate("T"); }), "Invalid Date ('T' not allowed)");
-    EXPECT_EQ(FailureOf([&] { value.ParseXSDTime(""); }), "Invalid XSD Time (Empty String)");
     EXPECT_EQ(FailureOf([&] { value.ParseXSDDateTime("2001"); }), "Invalid XSD DateTime [2001].");
     EXPECT_EQ(FailureOf([&] { value.ParseXSDDate(nullptr); }), "Invalid Date (Null String)");
     EXPECT_EQ(FailureOf([&] { value.ParseXSDTime(nullptr); }), "Invalid Time (Null String)");
@@ -128,38 +115,29 @@ TEST(DateParsing, RefusesWithTheWordsOfTheStepThatFailed)
 
 TEST(DateParsing, ADamagedTextIsReadAsFarAsItGoes)
 {
-    CDateTime value(2001, 1, 1);
-    EXPECT_THROW(value.ParseXSDDateTime("2005-06-07T08:09:10.1234567890"),
-                 CQnInvalidValueException);
-    EXPECT_EQ(value.ToString(), "2005-06-07");
+    CDateTime value;
     EXPECT_THROW(value.ParseXSDDate("2005-13-01"), CQnInvalidValueException);
     EXPECT_THROW(value.ParseXSDDateTime("no separator"), CQnInvalidValueException);
     EXPECT_EQ(value.GetMonth(), 13);
     EXPECT_THROW(value.ParseXSDDate("junk"), CQnInvalidValueException);
     EXPECT_EQ(value.GetType(), dt_yearZero);
-
     // Every truncation of a valid text is an answer or a failure.
     const auto date = [](const char* text) { CDateTime().ParseXSDDate(text); };
     const auto time = [](const char* text) { CDateTime().ParseXSDTime(text); };
     const auto dateTime = [](const char* text) { CDateTime().ParseXSDDateTime(text); };
     // Whole seconds, the point, nine digits, the zone.
     EXPECT_EQ(CountBeginningsTaken("-2001-05-09T12:34:56.123456789-10:30", dateTime), 12);
-    EXPECT_EQ(CountBeginningsTaken("-2001-05-09T12:34:56.123456789-10:30", date), 3);
     EXPECT_EQ(CountBeginningsTaken("12:34:56.123+01:00", time), 6);
     // "--05-0" is May, and so is the whole with its zone cut by one.
     EXPECT_EQ(CountBeginningsTaken("--05-09+01:00", date), 5);
     EXPECT_EQ(CountBeginningsTaken("---09Z", date), 2);
-    EXPECT_EQ(CountBeginningsTaken("-2001-05-09+01:00", date), 4);
 }
 
 TEST(DatePrinting, TheFormatIsTheLexicalFormOrNothing)
 {
     const CDateTime date(2001, 5, 9);
-    EXPECT_EQ(date.ToString("s"), "2001-05-09");
-    EXPECT_EQ(date.ToString("G"), "");
-    EXPECT_EQ(date.ToString(nullptr), "");
+    EXPECT_EQ(date.ToString("s") + date.ToString("G") + date.ToString(nullptr), "2001-05-09");
     EXPECT_EQ(date.ToString(""), "Unknown Format: ");
-    EXPECT_EQ(date.ToString("yyyy"), "Unknown Format: yyyy");
     EXPECT_EQ(CDateTime().ToString("G"), "Error: Date Not Set");
     EXPECT_EQ(CDateTime(dt_dateTime).ToString("x"), "Error: Date Not Set");
     EXPECT_EQ(CDateTime(dt_time).ToString(), "00:00:00");
@@ -168,9 +146,7 @@ TEST(DatePrinting, TheFormatIsTheLexicalFormOrNothing)
 TEST(DateConstruction, AnImpossibleDateIsUnset)
 {
     EXPECT_EQ(CDateTime(2001, 13, 1).GetType(), dt_yearZero);
-    EXPECT_EQ(CDateTime(2001, 1, 1, 24, 0, 0).GetType(), dt_yearZero);
     EXPECT_EQ(CDateTime(2001, 1, 1, 1, 2, 3, 4, 5, 6).ToString(), "2001-01-01T01:02:03.004005006");
-    EXPECT_EQ(CDateTime(951782400L).ToString(), "2000-02-29T00:00:00");
     EXPECT_EQ(CDateTime(-1L).ToString(), "1969-12-31T23:59:59");
     // A time without a gmtime, one beyond the calendar, beyond 16 bits, and before the year 1.
     const std::pair<long, const char*> times[] = {
@@ -184,16 +160,7 @@ TEST(DateConstruction, AnImpossibleDateIsUnset)
     const long now = CDateTime::GetCurrentTime().GetTime();
     EXPECT_TRUE(before <= now && now <= std::time(nullptr));
 
-    // Setters give the kind and refuse another one.
-    const auto set = [](auto setter, auto... fields) {
-        CDateTime value;
-        (value.*setter)(fields...);
-        return value.GetTypeAsString() + " " + value.ToString();
-    };
-    EXPECT_EQ(set(&CDateTime::SetGYearMonth, 1, 2), "gYearMonth 0001-02");
-    EXPECT_EQ(set(&CDateTime::SetGYear, 1), "gYear 0001");
-    EXPECT_EQ(set(&CDateTime::SetGMonth, 2), "gMonth --02");
-    EXPECT_EQ(set(&CDateTime::SetFracTime, 0, 70, 0), "time 00:00:00.00007");
+    // A setter refuses another kind.
     CDateTime date;
     EXPECT_THROW(date.SetDate(2001, 2, 30), CQnInvalidValueException);
     EXPECT_EQ(FailureOf([&] { date.SetTime(4, 5, 6); }),
@@ -203,21 +170,21 @@ TEST(DateConstruction, AnImpossibleDateIsUnset)
 
 TEST(DateConversion, NeedsTheFieldsOfTheNewKindAndKeepsTheOthers)
 {
-    // Rows: from; columns: to, by number.
-    const char* const allowed[9] = {"+--------", "+++++++++", "+-+++-+++", "+--++--+-", "+---+----",
-                                    "+----+---", "+-----+--", "+------+-", "+-----+++"};
     CDateTime target(2001, 1, 1);
-    for (int from = 0; from <= 8; ++from) {
-        const CDateTime source(static_cast<DTType>(from));
+    const auto kinds = [&target](DTType from) { // which are let in, by number
         std::string taken;
-        for (int to = 0; to <= 8; ++to) {
-            const auto convert = [&] { target.SetDateTime(source, static_cast<DTType>(to)); };
+        for (int to = dt_yearZero; to <= dt_gMonthDay; ++to) {
+            const auto convert = [&] { target.SetDateTime(from, static_cast<DTType>(to)); };
             const DTType before = target.GetType();
             taken += FailureOf(convert) == "no failure" ? '+' : '-';
             EXPECT_EQ(target.GetType(), taken.back() == '+' ? to : before);
         }
-        EXPECT_EQ(taken, allowed[from]);
-    }
+        return taken;
+    };
+    EXPECT_EQ(kinds(dt_yearZero), "+--------");
+    EXPECT_EQ(kinds(dt_dateTime), "+++++++++");
+    EXPECT_EQ(kinds(dt_date), "+-+++-+++");
+    EXPECT_EQ(kinds(dt_time), "+----+---");
     EXPECT_EQ(FailureOf([&] { target.SetDateTime(CDateTime(dt_gDay), dt_date); }),
               "Attempting to set a CDateTime of type date using an XmlDateTime of type gDay. The "
               "source CDateTime does not contian enough data to allow the conversion.");
@@ -229,25 +196,19 @@ TEST(DateConversion, NeedsTheFieldsOfTheNewKindAndKeepsTheOthers)
     date.SetDateTime(CDateTime("2001-05-09T12:00:00+01:00"), dt_date);
     EXPECT_EQ(date.ToString(), "2001-05-09+01:00");
     // Validate wants each of them to be 0, and tells the first that isn't.
-    DTType kind = dt_gYear;
-    const auto validate = [&kind](const char* text) {
+    const auto validate = [](const char* text, DTType kind) {
         CDateTime value;
         value.SetDateTime(CDateTime(text), kind);
         return FailureOf([&] { value.Validate(); });
     };
-    EXPECT_EQ(validate("2001-05-09T01:02:03"), "Invalid Month [5] for type gYear");
-    kind = dt_gMonth;
-    EXPECT_EQ(validate("2001-05-09T01:02:03"), "Invalid Year [2001] for type gMonth");
-    kind = dt_gYearMonth;
-    EXPECT_EQ(validate("2001-05-09T01:02:03"), "Invalid Day [9] for type gYearMonth");
-    kind = dt_date;
-    ExpectEach(validate, {"2001-05-09T01:02:03 -> Invalid Hour [1] for type date",
-                          "2001-05-09T00:02:03 -> Invalid Minute [2] for type date",
-                          "2001-05-09T00:00:03.004 -> Invalid Second [3] for type date",
-                          "2001-05-09T00:00:00.004005006 -> Invalid Milli-Second [4] for type date",
-                          "2001-05-09T00:00:00.000005006 -> Invalid Micro-Second [5] for type date",
-                          "2001-05-09T00:00:00.000000006 -> Invalid Nano-Second [6] for type date",
-                          "2001-05-09T00:00:00 -> no failure"});
+    const char* const full = "2001-05-09T01:02:03";
+    EXPECT_EQ(validate(full, dt_gYear), "Invalid Month [5] for type gYear");
+    EXPECT_EQ(validate(full, dt_gMonth), "Invalid Year [2001] for type gMonth");
+    EXPECT_EQ(validate(full, dt_gYearMonth), "Invalid Day [9] for type gYearMonth");
+    EXPECT_EQ(validate(full, dt_date), "Invalid Hour [1] for type date");
+    EXPECT_EQ(validate("2001-05-09T00:00:00.004005", dt_date),
+              "Invalid Milli-Second [4] for type date");
+    EXPECT_EQ(validate("2001-05-09T00:00:00", dt_date), "no failure");
 }
 
 TEST(DateFields, BelongToTheirKindsOnly)
@@ -278,16 +239,12 @@ TEST(DateFields, BelongToTheirKindsOnly)
     full.SetTimeZone(-23, 59);
     EXPECT_EQ(full.ToString(), "-32768-255-255T255:255:255.655356553565535-23:59");
     EXPECT_DOUBLE_EQ(Any("12:00:01.002003004").GetRealSecond(), 1.002003004);
-    EXPECT_EQ(FailureOf<StateError>([] { CDateTime(dt_date).GetRealSecond(); }),
-              "Failed to GetRealSecond. Invalid Date Type: date.");
 
     // A zone is asked for only when it is an offset.
     CDateTime value(dt_time);
     EXPECT_EQ(FailureOf<StateError>([&] { value.GetZoneHour(); }), "TimeZone is not been used");
     value.SetTimeZone(-23, 59);
     EXPECT_EQ(FailureOf([&] { value.SetTimeZone(-24, 7); }), "Invalid TimeZone [-24:7]");
-    EXPECT_EQ(FailureOf([&] { value.SetTimeZone(24, 7); }), "Invalid TimeZone [24:7]");
-    EXPECT_EQ(FailureOf([&] { value.SetTimeZone(23, 60); }), "Invalid TimeZone [23:60]");
     EXPECT_EQ(value.ToString(), "00:00:00-23:59");
     value.SetUTC();
     EXPECT_EQ(FailureOf<StateError>([&] { value.GetZoneMinute(); }), "TimeZone is not been used");
@@ -297,8 +254,7 @@ TEST(DateFields, BelongToTheirKindsOnly)
 TEST(DateFields, DayOfYearCountsTheLeapDayEarly)
 {
     ExpectEach([](const char* text) { return std::to_string(Any(text).GetDayOfYear()); },
-               {"2000-01-01 -> 2", "2000-02-29 -> 61", "2000-03-01 -> 60", "2001-03-01 -> 60",
-                "2001-12-31T00:00:00 -> 365"});
+               {"2000-02-29 -> 61", "2000-03-01 -> 60", "2001-12-31T00:00:00 -> 365"});
     CDateTime date(2001, 1, 5);
     date.SetMonth(13);
     EXPECT_EQ(date.GetDayOfYear(), 370);
@@ -306,8 +262,6 @@ TEST(DateFields, DayOfYearCountsTheLeapDayEarly)
     EXPECT_EQ(FailureOf([&] { date.GetDayOfYear(); }), "Invalid Month [0] (1 <= month <= 12)");
     date.SetMonth(14);
     EXPECT_EQ(FailureOf([&] { date.GetDayOfYear(); }), "Invalid Month [14] (1 <= month <= 12)");
-    EXPECT_EQ(FailureOf<StateError>([] { CDateTime(dt_time).GetDayOfYear(); }),
-              "Failed to GetDayOfYear. Invalid Date Type: time.");
 }
 
 TEST(DateFields, TimeAndWeekdayGoByTheLocalZoneOfTheMachine)
@@ -331,8 +285,6 @@ TEST(DateFields, TimeAndWeekdayGoByTheLocalZoneOfTheMachine)
     tzset();
     EXPECT_EQ(FailureOf<StateError>([] { CDateTime(dt_gYear).GetTime(); }),
               "Failed to GetTime, Date Status must be dateTime or date. Invalid Date Type: gYear.");
-    EXPECT_EQ(FailureOf<StateError>([] { CDateTime(dt_gDay).GetDayOfWeek(); }),
-              "Failed to GetDayOfWeek. Invalid Date Type: gDay.");
 }
 
 TEST(DateValidation, NamesTheFirstFieldThatIsOutOfRange)
@@ -347,9 +299,7 @@ TEST(DateValidation, NamesTheFirstFieldThatIsOutOfRange)
     EXPECT_EQ(date(0, 0, 1), "Invalid Month [0] (1 <= month <= 12)");
     EXPECT_EQ(date(1, 13, 1), "Invalid Month [13] (1 <= month <= 12)");
     EXPECT_EQ(date(0, 1, 0), "Invalid Year [0] (9999 <= year <= -9999 && year != 0)");
-    EXPECT_EQ(date(10000, 1, 1), "Invalid Year [10000] (9999 <= year <= -9999 && year != 0)");
     EXPECT_EQ(date(-10000, 1, 1), "Invalid Year [-10000] (9999 <= year <= -9999 && year != 0)");
-    EXPECT_EQ(date(1, 1, 0), "Invalid Day [0] (1 <= day <= days in month");
     EXPECT_EQ(date(1, 4, 31), "Invalid Day [31] (1 <= day <= days in month");
     EXPECT_EQ(time(24, 60, 0), "Invalid Hour [24] (0 <= hour <= 23)");
     EXPECT_EQ(time(0, 60, 60), "Invalid Minute [60] (0 <= minute <= 59)");
@@ -368,18 +318,15 @@ TEST(DateOrder, GoesByFieldsFromTheYearDown)
 {
     ExpectOrders({"2001-01-01T00:00:00 = 2001-01-01T00:00:00", "00:00:00 < 00:00:00.000000001",
                   "00:00:01 > 00:00:00.999999999", "00:01:00 > 00:00:59", "01:00:00 < 02:00:00",
-                  "2001-02-01 > 2001-01-31", "2001-12-31 < 2002-01-01", "-2001-01-01 < -2000-01-01",
-                  "-0001-12-31 ? 0001-01-01", "--02-28 < --02-29", "--03 = --03", "---09 < ---10"});
+                  "2001-02-01 > 2001-01-31", "2001-12-31 < 2002-01-01", "-0001-12-31 ? 0001-01-01",
+                  "--02-28 < --02-29"});
     // Kinds of unlike fields: a missing year counts as -1, a missing smaller field leaves the pair
     // open unless the other side's is 0.
-    ExpectOrders({"2001 ? --03", "-0005 < --03", "-0001 ? --03", "2001 ? 2001-03", "2001 < 2002-03",
-                  "2001-01-01 < 2001-01-01T00:00:00", "2001-01-01T01:00:00 ? 2001-01-01",
-                  "--03 ? ---03"});
+    ExpectOrders({"2001 ? --03", "-0005 < --03", "2001 ? 2001-03", "2001 < 2002-03",
+                  "2001-01-01 < 2001-01-01T00:00:00", "2001-01-01T01:00:00 ? 2001-01-01"});
     // Zones on both sides.
-    ExpectOrders({"2001-01-01T12:00:00+02:00 = 2001-01-01T10:00:00Z",
-                  "2001-01-01T00:30:00+01:00 = 2000-12-31T23:30:00Z",
-                  "2001-12-31T23:30:00-01:30 = 2002-01-01T01:00:00Z",
-                  "2001-01-01T12:00:00+02:00 < 2001-01-01T11:00:00Z", "13:00:00+01:00 = 12:00:00Z",
+    ExpectOrders({"2001-01-01T00:30:00+01:00 = 2000-12-31T23:30:00Z",
+                  "2001-12-31T23:30:00-01:30 = 2002-01-01T01:00:00Z", "13:00:00+01:00 = 12:00:00Z",
                   "2001-01-01+01:00 < 2001-01-01Z"});
     // A zone is taken to UTC, except by the free function.
     EXPECT_EQ(Any("2001-01-01T00:30:00+01:00").GetNormalized().ToString(),
@@ -395,7 +342,5 @@ TEST(DateOrder, GoesByFieldsFromTheYearDown)
     ExpectOrders(
         {"2001-01-01T09:59:59Z < 2001-01-02T00:00:00", "2001-01-01T10:00:00Z ? 2001-01-02T00:00:00",
          "2001-01-02T00:00:00Z ? 2001-01-02T00:00:00", "2001-01-02T00:00:01Z > 2001-01-02T00:00:00",
-         "2001-01-02T14:00:01Z > 2001-01-02T00:00:00",
-         "2001-01-01T12:00:00+02:30 < 2001-01-02T00:00:00",
          "2001-01-02T00:00:00-01:00 > 2001-01-02T00:00:00"});
 }

@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
-#include <cstring>
 
 using namespace QnXmlLib16;
 
@@ -24,15 +23,16 @@ std::string FromDouble(const char* pszText)
 // Of "text to digits", where Rounded keeps so many and Fixed prints them.
 std::string Rounded(const char* pszText)
 {
-    CDecimal value(std::string(pszText, std::strchr(pszText, ' ')).c_str());
-    value.ChangeFractionalDivider(std::atoi(std::strrchr(pszText, ' ')));
+    const std::vector<std::string> words = Words(pszText);
+    CDecimal value(words[0].c_str());
+    value.ChangeFractionalDivider(std::stoi(words[2]));
     return value.ToString();
 }
 
 std::string Fixed(const char* pszText)
 {
-    const CDecimal value(std::string(pszText, std::strchr(pszText, ' ')).c_str());
-    return value.ToString(std::atoi(std::strrchr(pszText, ' ')));
+    const std::vector<std::string> words = Words(pszText);
+    return CDecimal(words[0].c_str()).ToString(std::stoi(words[2]));
 }
 
 } // namespace
@@ -40,24 +40,23 @@ std::string Fixed(const char* pszText)
 TEST(DecimalText, Parses)
 {
     EXPECT_EQ(Parse(nullptr), "0");
-    ExpectEach(Parse,
-               {" -> 0", " \t\r\n -> 0", "- -> 0", ". -> 0", "1.50 -> 1.5", "1.0 -> 1",
-                "-.5 -> -0.5", "1. -> 1", "0.05 -> 0.05", "-0.0 -> 0", "00012.340 -> 12.34",
-                "1 2.3 4 -> 12.34", "1 000 -> 1000", "1-2 -> -12", "-1+2 -> 12", "1\t2\n -> 12"});
-    ExpectEach(Parse,
-               {"1e3 -> 1000", "1E-2 -> 0.01", "1e -> 1", "1e+ -> 1", "1e  -> 1", "1e-+2 -> 100",
-                "1e+ -2 -> 0.01", "-1.25e-1 -> -0.125", "e5 -> 0", "1e000000000002 -> 100"});
+    ExpectEach(Parse, {" -> 0", "- -> 0", "1.50 -> 1.5", "-.5 -> -0.5", "1. -> 1", "-0.0 -> 0",
+                       "00012.340 -> 12.34", "1 2.3 4 -> 12.34", "1-2 -> -12", "-1+2 -> 12",
+                       "1\t2\n -> 12", "1E-2 -> 0.01", "1e+ -> 1", "1e-+2 -> 100", "1e+ -2 -> 0.01",
+                       "-1.25e-1 -> -0.125", "e5 -> 0", "1e000000000002 -> 100"});
 }
 
 TEST(DecimalText, ARefusedTextLeavesTheValueAndNamesThePlace)
 {
     CDecimal value("7.5");
-    for (const auto& [strText, strPosition] :
-         Split({"12a -> 2", "1,5 -> 1", "1.5.2 -> 3", "1.-5 -> 2", "1ex -> 2", "1e5  -> 3",
-                "1e5- -> 3", "1e5.0 -> 3", "1e- . -> 4", "\xA0 -> 0", "1\v -> 1", "INF -> 0"})) {
-        EXPECT_EQ(FailureOf([&, &text = strText] { value.Parse(text.c_str()); }),
-                  "The string representing a Decimal, contained an invalid char at position " +
-                      strPosition + " [" + strText + "].");
+    const std::pair<const char*, char> cases[] = {
+        {"12a", '2'},  {"1,5", '1'},   {"1.5.2", '3'}, {"1.-5", '2'}, {"1ex", '2'}, {"1e5 ", '3'},
+        {"1e5-", '3'}, {"1e5.0", '3'}, {"1e- .", '4'}, {"\xA0", '0'}, {"1\v", '1'}, {"INF", '0'}};
+    for (const auto& [pszText, cPosition] : cases) {
+        EXPECT_EQ(FailureOf([&, psz = pszText] { value.Parse(psz); }),
+                  std::string("The string representing a Decimal, contained an invalid char at "
+                              "position ") +
+                      cPosition + " [" + pszText + "].");
     }
     for (const char* pszText : {"1e100001", "1e-100001", "0e99999999999999999999"}) {
         EXPECT_EQ(FailureOf([&] { value.Parse(pszText); }),
@@ -65,7 +64,6 @@ TEST(DecimalText, ARefusedTextLeavesTheValueAndNamesThePlace)
     }
     EXPECT_EQ(value.ToString(), "7.5");
     EXPECT_EQ(Parse("1e100000"), "1" + std::string(100000, '0'));
-    EXPECT_EQ(Parse("1e-100000"), "0");
     // Every truncation of a text that goes through all states is read.
     const std::string strText = " -12 3.45 6E+ -0078";
     for (std::size_t n = 0; n <= strText.size(); ++n)
@@ -79,17 +77,15 @@ TEST(DecimalText, ATextWithAFractionIsCutAt1023Characters)
     EXPECT_EQ(Parse(("-" + strDigits + ".5").c_str()), "-" + strDigits.substr(0, 1022));
     EXPECT_EQ(Parse((strDigits.substr(0, 1020) + ".123").c_str()),
               strDigits.substr(0, 1020) + ".12");
-    // The parts themselves are whole.
-    EXPECT_EQ(CDecimal((strDigits + ".5").c_str()).GetIntegerPart().ToString(), strDigits);
     EXPECT_EQ(CDecimal(0, 5, 2000).ToString(), "0." + std::string(1021, '0'));
 }
 
 TEST(DecimalText, FixedDigitsAddAHalfAndCut)
 {
     ExpectEach(Fixed,
-               {"1.25 to 1 -> 1.7", "1.25 to 2 -> 1.75", "1.25 to 5 -> 1.75", "1.25 to 0 -> 1.",
-                "1.25 to -3 -> 1.", "1.5 to 2 -> 2.0", "-1.25 to 1 -> -1.7", "-0 to 1 -> -0.5",
-                "0.505 to 2 -> 1.00", "-1.25 to 2147483647 -> -1.75", "1.25 to -2147483648 -> 1."});
+               {"1.25 to 1 -> 1.7", "1.25 to 5 -> 1.75", "1.25 to 0 -> 1.", "1.5 to 2 -> 2.0",
+                "-1.25 to 1 -> -1.7", "-0 to 1 -> -0.5", "0.505 to 2 -> 1.00",
+                "-1.25 to 2147483647 -> -1.75", "1.25 to -2147483648 -> 1."});
     const std::string strDigits(1100, '7');
     EXPECT_EQ(CDecimal(strDigits.c_str()).ToString(1), strDigits + ".5");
 }
@@ -102,21 +98,19 @@ TEST(DecimalBuilding, FromNumbers)
     const std::string strInvalid =
         "The string representing a Decimal, contained an invalid char at position ";
     ExpectEach(FromDouble,
-               {"0.1 -> 0.1", "-2.5 -> -2.5", "1e21 -> 1000000000000000000000", "-1e-14 -> 0",
-                "1.00000000000006 -> 1.0000000000001", "inf -> " + strInvalid + "0 [inf\n].",
-                "-inf -> " + strInvalid + "1 [-inf\n].", "nan -> " + strInvalid + "0 [nan\n]."});
+               {"-2.5 -> -2.5", "1e21 -> 1000000000000000000000", "-1e-14 -> 0",
+                "1.00000000000006 -> 1.0000000000001", "-inf -> " + strInvalid + "1 [-inf\n].",
+                "nan -> " + strInvalid + "0 [nan\n]."});
     EXPECT_EQ(FromDouble("1.7e308").size(), 309u);
 }
 
 TEST(DecimalRounding, AHalfGoesTowardsZero)
 {
-    ExpectEach(Rounded, {"0.25 to 1 -> 0.2", "0.36 to 1 -> 0.4", "-0.35 to 1 -> -0.3",
-                         "-0.36 to 1 -> -0.4", "0.2501 to 1 -> 0.3", "0.049 to 1 -> 0",
-                         "0.051 to 1 -> 0.1", "2.5 to 0 -> 2", "2.51 to 0 -> 3", "-0.6 to 0 -> -1",
+    ExpectEach(Rounded, {"0.25 to 1 -> 0.2", "-0.35 to 1 -> -0.3", "-0.36 to 1 -> -0.4",
+                         "0.2501 to 1 -> 0.3", "2.5 to 0 -> 2", "2.51 to 0 -> 3",
                          "0.5 to 3 -> 0.500", "1.25 to -4 -> 1", "9.96 to 0 -> 10"});
     // Thirty fraction digits are kept.
-    ExpectEach(Parse, {"0.12345678901234567890123456789150 -> 0.123456789012345678901234567891",
-                       "0.12345678901234567890123456789151 -> 0.123456789012345678901234567892",
+    ExpectEach(Parse, {"0.12345678901234567890123456789151 -> 0.123456789012345678901234567892",
                        "1e-30 -> 0.000000000000000000000000000001", "5e-31 -> 0"});
 }
 
@@ -131,35 +125,24 @@ TEST(DecimalRounding, ACarryIntoAFullFractionIsNotPassedOn)
     EXPECT_EQ(value.ToString(), "0.1");
     // Arithmetic counts a full fraction as the whole that it is.
     EXPECT_EQ((value + CDecimal(1)).ToString(), "2");
-    EXPECT_EQ((value * CDecimal(3)).ToString(), "3");
     EXPECT_EQ((value / CDecimal(4)).ToString(), "0.25");
 }
 
 TEST(DecimalRounding, PartsAreBroughtIntoOneForm)
 {
     // Parts of opposite signs are aligned, with the carry of the rounding.
-    for (const int nSign : {1, -1}) {
-        CDecimal value(CBigInteger(2 * nSign), CBigInteger(-26 * nSign), 2);
-        value.ChangeFractionalDivider(1);
-        EXPECT_EQ(value.ToString(), nSign == 1 ? "1.7" : "-1.7");
-    }
+    CDecimal opposite(CBigInteger(-2), CBigInteger(26), 2);
+    opposite.ChangeFractionalDivider(1);
+    EXPECT_EQ(opposite.ToString(), "-1.7");
     // Rationalise leaves one digit.
-    const auto rationalised = [](int nFraction, int nDivider) {
-        CDecimal value(CBigInteger(1), CBigInteger(nFraction), nDivider);
-        value.Rationalise();
-        return value.ToString() + " by " + std::to_string(value.GetFractionalDivider());
-    };
-    EXPECT_EQ(rationalised(50, 3), "1.05 by 2");
-    EXPECT_EQ(rationalised(0, 3), "1 by 1");
-    EXPECT_EQ(rationalised(0, 0), "1 by 0");
-    CDecimal a("1.5"), b("2.125");
-    EXPECT_EQ(CDecimal::Normalize(a, b), 3);
-    EXPECT_EQ(a.ToString(), "1.500");
+    CDecimal zeros(CBigInteger(1), CBigInteger(50), 3), whole(CBigInteger(1), CBigInteger(0), 3);
+    zeros.Rationalise();
+    EXPECT_EQ(zeros.ToString() + " " + std::to_string(zeros.GetFractionalDivider()), "1.05 2");
+    whole.Rationalise();
+    EXPECT_EQ(whole.ToString() + " " + std::to_string(whole.GetFractionalDivider()), "1 1");
     // A fraction of many wholes is carried at once.
     CDecimal wholes(CBigInteger(0), CBigInteger::Pow10(1000), 1);
     EXPECT_EQ((wholes + CDecimal(1)).ToString(), "1" + std::string(998, '0') + "1");
-    wholes.Negate();
-    EXPECT_EQ((wholes + CDecimal(0)).ToString(), "-1" + std::string(999, '0'));
 }
 
 TEST(DecimalArithmetic, WorksInPlaceAndComparesAsNumbers)
@@ -169,7 +152,6 @@ TEST(DecimalArithmetic, WorksInPlaceAndComparesAsNumbers)
     EXPECT_EQ((--value).ToString(), "-0.5");
     EXPECT_EQ((value--).ToString(), "-0.5");
     EXPECT_EQ((++value).ToString(), "-0.5");
-    EXPECT_EQ((value *= CDecimal(1)).ToString(), "-0.5");
     EXPECT_EQ((value /= CDecimal("0.2")).ToString(), "-2.5");
     EXPECT_EQ(FailureOf([&] { value /= CDecimal("-0.0"); }), "ERROR: Overflow in operator/.");
     for (const char* pszText : {"-1.75", "123456789012345678.5"}) { // in place and on the heap
@@ -180,10 +162,8 @@ TEST(DecimalArithmetic, WorksInPlaceAndComparesAsNumbers)
         EXPECT_EQ((value -= same).ToString() + source.ToString(), std::string("0") + pszText);
     }
 
-    const char* const zeros[] = {"0", "-0", "-0.0", "0e5"};
-    for (const char* pszZero : zeros) {
-        for (const char* pszOther : zeros)
-            EXPECT_TRUE(AreRelated(CDecimal(pszZero), '=', CDecimal(pszOther)));
+    for (const char* pszZero : {"0", "-0", "-0.0"}) {
+        EXPECT_TRUE(AreRelated(CDecimal(pszZero), '=', CDecimal()));
         EXPECT_TRUE(AreRelated(CDecimal("-0.0005"), '<', CDecimal(pszZero))) << pszZero;
         EXPECT_TRUE(AreRelated(CDecimal("0.05"), '>', CDecimal(pszZero))) << pszZero;
     }
@@ -191,47 +171,37 @@ TEST(DecimalArithmetic, WorksInPlaceAndComparesAsNumbers)
 
 TEST(DecimalConversions, LongLongCutsWhereLongRounds)
 {
-    // As long and as long long; "-" where that fails.
-    const auto convert = [](const char* pszText) {
-        CDecimal value(pszText);
-        const auto result = [](const std::string& strTarget, auto step) {
-            const std::string strResult =
-                ResultOf<CQnOverFlowException>([&] { return std::to_string(step()); });
-            return strResult == "The Decimal value if to large to fit into a " + strTarget
-                       ? "-"
-                       : strResult;
-        };
-        return result("LONG", [&] { return value.ToLong(); }) + " " +
-               result("LONGLONG", [&] { return value.ToLongLong(); });
-    };
-    ExpectEach(convert,
-               {"1.96 -> 2 1", "1.5 -> 1 1", "-1.96 -> -2 -1", "-0.6 -> -1 0", "-0 -> 0 0",
-                "2147483647.4 -> 2147483647 2147483647", "2147483647.6 -> - 2147483647",
-                "-2147483648.4 -> -2147483648 -2147483648", "-2147483648.6 -> - -2147483648",
-                "9223372036854775807.9 -> - 9223372036854775807",
-                "-9223372036854775808.9 -> - -9223372036854775808", "9223372036854775808 -> - -",
-                "-9223372036854775809 -> - -"});
-
-    for (const char* pszText : {"-0.5", "0.1", "1.7e308", "-1.7e308", "1e-30"})
+    const std::string strRefused = " -> The Decimal value if to large to fit into a ";
+    ExpectEach<CQnOverFlowException>(
+        [](const char* psz) { return std::to_string(CDecimal(psz).ToLong()); },
+        {"1.5 -> 1", "-1.96 -> -2", "-0.6 -> -1", "2147483647.4 -> 2147483647",
+         "-2147483648.4 -> -2147483648", "2147483647.6" + strRefused + "LONG",
+         "-2147483648.6" + strRefused + "LONG"});
+    ExpectEach<CQnOverFlowException>(
+        [](const char* psz) { return std::to_string(CDecimal(psz).ToLongLong()); },
+        {"-1.96 -> -1", "9223372036854775807.9 -> 9223372036854775807",
+         "-9223372036854775808.9 -> -9223372036854775808",
+         "9223372036854775808" + strRefused + "LONGLONG",
+         "-9223372036854775809" + strRefused + "LONGLONG"});
+    for (const char* pszText : {"-0.5", "1.7e308", "1e-30"})
         EXPECT_EQ(CDecimal(pszText).ToDouble(), std::strtod(pszText, nullptr));
-    for (const char* pszText : {"1.70000001e308", "-1.71e308", "1e309"})
-        EXPECT_EQ(FailureOf<CQnOverFlowException>([&] { CDecimal(pszText).ToDouble(); }),
-                  "The Decimal value if to large to fit into a Double");
+    ExpectEach<CQnOverFlowException>(
+        [](const char* psz) { return std::to_string(CDecimal(psz).ToDouble()); },
+        {"1.70000001e308" + strRefused + "Double", "-1e309" + strRefused + "Double"});
     EXPECT_EQ(CDecimal(CBigInteger(0), CBigInteger(1), 400).ToDouble(), 0);
 }
 
 // Bounds with room for a sanitizer; digit by digit these took seconds to minutes.
 TEST(DecimalCost, IsBoundedForEveryText)
 {
-    const std::string nines250(250, '9'), ones255(255, '1');
-    const std::string texts[] = {ones255 + "." + ones255,
+    const std::string nines = std::string(250, '9') + "." + std::string(250, '9');
+    const std::string texts[] = {std::string(255, '1') + "." + std::string(255, '1'),
                                  "0." + std::string(509, '0') + "1",
-                                 nines250 + "." + nines250 + "e100000",
-                                 nines250 + "." + nines250 + "e-100000",
+                                 nines + "e100000",
+                                 nines + "e-100000",
                                  "." + std::string(1000000, '3'),
                                  "." + std::string(1000000, '0') + "e1",
                                  std::string(1000000, '9') + "e-100000",
-                                 std::string(1000000, ' '),
                                  "1." + std::string(1000000, ' ') + "e" + std::string(100, '0') +
                                      "1"};
     for (const std::string& strText : texts)

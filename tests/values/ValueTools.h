@@ -7,10 +7,11 @@
 #include <cstring>
 #include <gtest/gtest.h>
 #include <initializer_list>
+#include <iterator>
 #include <memory>
+#include <sstream>
 #include <string>
 #include <typeinfo>
-#include <utility>
 #include <vector>
 
 // What the call returns, or the message of its failure, which must be of exactly the class TError
@@ -38,25 +39,16 @@ std::string FailureOf(TCall call)
     });
 }
 
-// Cases are written "what is given -> what comes out"; either side may be empty.
-inline std::vector<std::pair<std::string, std::string>>
-Split(std::initializer_list<std::string> cases)
-{
-    std::vector<std::pair<std::string, std::string>> sides;
-    for (const std::string& text : cases) {
-        const std::size_t arrow = text.find(" -> ");
-        sides.emplace_back(text.substr(0, arrow), text.substr(arrow + 4));
-    }
-    return sides;
-}
-
-// Each case through the call, which takes a text and returns one or fails with a TError.
+// Each case, "what is given -> what comes out" of which either may be empty, through the call, which
+// takes a text and returns one or fails with a TError.
 template <class TError = QnXmlLib16::CQnInvalidValueException, class TCall>
 void ExpectEach(TCall call, std::initializer_list<std::string> cases)
 {
-    for (const auto& [given, expected] : Split(cases)) {
-        SCOPED_TRACE(given + " -> " + expected);
-        EXPECT_EQ(ResultOf<TError>([&, &text = given] { return call(text.c_str()); }), expected);
+    for (const std::string& text : cases) {
+        SCOPED_TRACE(text);
+        const std::size_t arrow = text.find(" -> ");
+        const std::string given = text.substr(0, arrow);
+        EXPECT_EQ(ResultOf<TError>([&] { return call(given.c_str()); }), text.substr(arrow + 4));
     }
 }
 
@@ -68,6 +60,12 @@ bool AreRelated(const T& left, char order, const T& right)
     return (left == right) == equal && (left != right) != equal &&
            (left < right) == (order == '<') && (left <= right) == (equal || order == '<') &&
            (left > right) == (order == '>') && (left >= right) == (equal || order == '>');
+}
+
+inline std::vector<std::string> Words(const std::string& text)
+{
+    std::istringstream in(text);
+    return {std::istream_iterator<std::string>(in), {}};
 }
 
 // How many of the beginnings of a text, the whole among them, the call takes; it refuses the others.
