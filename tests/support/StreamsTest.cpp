@@ -39,18 +39,11 @@ TEST(TextStream, TakesEveryFormOfText)
 TEST(FileTextStream, TheFirstFlushWithTextFails)
 {
     const Scoped::File file;
-    for (const XmlEncoding e :
-         {XmlEncoding_UTF8, XmlEncoding_Wide}) { // without a text the mark is all there is
-        CFileTextStream stream(file.Path(), e);
-        stream.Open();
-        stream.Open(); // closes the first file
-        stream.Flush();
-        stream.Close();
-        EXPECT_EQ(file.Content(), e == XmlEncoding_Wide ? "\xff\xfe" : "");
-    }
     CFileTextStream stream(file.Path(), XmlEncoding_UTF8);
     stream.Append("lost");
     stream.Open(); // empties the buffer
+    stream.Open(); // closes the first file
+    stream.Flush();
     for (const bool bByClose : {false, true}) {
         stream.Append("text");
         ExpectFailure<CQnException>([&] { bByClose ? stream.Close() : stream.Flush(); },

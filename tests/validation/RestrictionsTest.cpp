@@ -72,9 +72,9 @@ TEST(Restrictions, TotalDigitsCountTheMinusSign)
 {
     ExpectEach(CheckText, {"i4 99 totalDigits=2 -> ok", "i4 100 totalDigits=2 -> [100]",
                            "i4 -99 totalDigits=2 -> [-99]", "i4 -99 totalDigits=3 -> ok",
-                           "ui8 1 totalDigits=0 -> [1].", "i1 -10 totalDigits=2 -> [-10]",
+                           "ui8 1 totalDigits=0 -> [1].",
                            "integer -1234567890 totalDigits=10 -> [-1234567890].",
-                           "r8 12.5 totalDigits=1 -> ok", "year 1999 totalDigits=1 -> ok"});
+                           "year 1999 totalDigits=1 -> ok"});
 
     // Those of decimals count by part.
     ExpectEach(CheckText, {"decimal -12.034 totalDigits=5 fractionDigits=3 -> ok",
@@ -102,24 +102,23 @@ TEST(Restrictions, ANaNBreaksEveryBound)
 
 TEST(Restrictions, DatesAndDurationsAreComparedPartially)
 {
-    // Whether each bound in turn admits the value: the inclusive ones, then the exclusive ones.
-    const auto admitted = [](const char* text) {
-        const std::vector<std::string> words = Words(text);
-        std::string result;
-        for (const std::string facet :
-             {"minInclusive", "maxInclusive", "minExclusive", "maxExclusive"}) {
-            const std::string told =
-                CheckText((words[0] + " " + words[1] + " " + facet + "=" + words[2]).c_str());
-            result += told == "ok" ? '+' : (told == "[" + words[1] + "]." ? '-' : '?');
-        }
-        return result;
-    };
-    ExpectEach(admitted,
-               {"date 2001-05-09 2001-05-09 -> ++--", "date 2001-05-08 2001-05-09 -> -+-+",
-                "datetime 2001-05-09T10:00:00Z 2001-05-09T20:00:00 -> ++++",
-                "time 10:00:00 11:00:00 -> -+-+", "yearMonth 2001-05 2001-04 -> +-+-",
-                "monthDay --05-09 --05-09 -> ++--", "duration P1M P30D -> ++++",
-                "duration P1M P32D -> -+-+", "duration PT60M PT1H -> ++--"});
+    ExpectEach(CheckText, {"date 2001-05-09 minInclusive=2001-05-09 maxInclusive=2001-05-09 -> ok",
+                           "date 2001-05-08 minInclusive=2001-05-09 -> [2001-05-08].",
+                           "date 2001-05-10 maxInclusive=2001-05-09 -> [2001-05-10].",
+                           "date 2001-05-09 minExclusive=2001-05-09 -> [2001-05-09].",
+                           "date 2001-05-09 maxExclusive=2001-05-09 -> [2001-05-09].",
+                           "time 10:00:00 minExclusive=11:00:00 -> [10:00:00].",
+                           "yearMonth 2001-05 maxInclusive=2001-04 -> [2001-05].",
+                           "monthDay --05-09 minExclusive=--05-09 -> [--05-09].",
+                           "datetime 2001-05-09T10:00:00 minExclusive=2001-05-09T10:00:01 -> "
+                           "[2001-05-09T10:00:00].",
+                           "duration P1M minInclusive=P32D -> [P1M].",
+                           "duration PT60M maxExclusive=PT1H -> [PT60M]."});
+    // No bound refuses what it is not comparable to.
+    for (const std::string facet : {"minInclusive", "maxInclusive", "minExclusive", "maxExclusive"})
+        ExpectEach(CheckText,
+                   {"duration P1M " + facet + "=P30D -> ok",
+                    "datetime 2001-05-09T10:00:00Z " + facet + "=2001-05-09T20:00:00 -> ok"});
     const CPrimitiveRestrictions after("", -1, -1, "2001-05", "", "", "", -1, -1, -1);
     const CDateTime unset(dt_gYearMonth);
     EXPECT_EQ(FailureOf<CQnException>(

@@ -29,11 +29,7 @@ std::string Parse(const char* text)
 std::string Sum(const char* text)
 {
     const std::vector<std::string> words = Words(text);
-    CDateTime value;
-    if (words[0].find('T') == std::string::npos)
-        value.ParseXSDDate(words[0].c_str());
-    else
-        value.ParseXSDDateTime(words[0].c_str());
+    CDateTime value = DateOf(words[0]);
     const CDateTime sum = value + Span(words[2]);
     EXPECT_EQ((value += Span(words[2])).ToString(), sum.ToString());
     return sum.ToString();

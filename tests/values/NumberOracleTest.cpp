@@ -1,8 +1,8 @@
 // CBigInteger and CDecimal against the exact arithmetic of GMP, on random operands.
 //
-// Left out by name, and pinned in the tests of the two classes: the sign of a zero integer, negative
-// divisors of integers (refused but for /), and a decimal whose rounding carries into a full
-// fraction.
+// Left out by name, and pinned in the tests of the two classes: the sign of a zero integer,
+// negative divisors of integers (refused but for /), and a decimal whose rounding carries into a
+// full fraction.
 
 #include "QnXmlLib16/values/BigInteger.h"
 #include "QnXmlLib16/values/Decimal.h"
@@ -41,7 +41,7 @@ public:
 
     mpz_class Integer()
     {
-        const mpz_class value(Digits(1 + Below(Below(50) == 0 ? 300 : 45)), 10);
+        const mpz_class value(Digits(1 + Below(Below(20) == 0 ? 400 : 45)), 10);
         return Below(2) ? value : mpz_class(-value);
     }
 
@@ -117,21 +117,9 @@ TEST(NumberOracle, IntegersAgree)
             EXPECT_EQ((left / right).ToString(), mpz_class(a / b).get_str());
             EXPECT_EQ((left % right.GetAbs()).ToString(), mpz_class(a % abs(b)).get_str());
         }
-    }
-}
-
-TEST(NumberOracle, LongDivisionsAndRootsAgree)
-{
-    COperands operands;
-    for (int i = 0; i < 3000 && !HasFailure(); ++i) {
-        const std::string strA = "1" + operands.Digits(1 + operands.Below(400));
-        const std::string strB = "1" + operands.Digits(1 + operands.Below(200));
-        SCOPED_TRACE(strA + " and " + strB);
-        const mpz_class a(strA, 10), b(strB, 10);
-        const CBigInteger left(strA.c_str()), right(strB.c_str());
-        EXPECT_EQ((left / right).ToString(), mpz_class(a / b).get_str());
-        EXPECT_EQ((left % right).ToString(), mpz_class(a % b).get_str());
-        EXPECT_EQ(left.SquareRoot().ToString(), mpz_class(sqrt(a)).get_str());
+        if (i % 16 == 0 && a > 0) {
+            EXPECT_EQ(left.SquareRoot().ToString(), mpz_class(sqrt(a)).get_str());
+        }
     }
     // The greatest sums of products.
     const CBigInteger nines(std::string(400, '9').c_str()), power = CBigInteger::Pow10(400);

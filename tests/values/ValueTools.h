@@ -1,6 +1,7 @@
 #pragma once
 
 #include "QnXmlLib16/support/Exceptions.h"
+#include "QnXmlLib16/values/DateTime.h"
 
 #include <chrono>
 #include <cstdlib>
@@ -39,8 +40,8 @@ std::string FailureOf(TCall call)
     });
 }
 
-// Each case, "what is given -> what comes out" of which either may be empty, through the call, which
-// takes a text and returns one or fails with a TError.
+// Each case, "what is given -> what comes out" of which either may be empty, through the call,
+// which takes a text and returns one or fails with a TError.
 template <class TError = QnXmlLib16::CQnInvalidValueException, class TCall>
 void ExpectEach(TCall call, std::initializer_list<std::string> cases)
 {
@@ -68,8 +69,21 @@ inline std::vector<std::string> Words(const std::string& text)
     return {std::istream_iterator<std::string>(in), {}};
 }
 
-// How many of the beginnings of a text, the whole among them, the call takes; it refuses the others.
-// Each stands in a block of its exact size, so that a sanitizer sees a read beyond the end.
+// A date, time or dateTime, whichever the text looks like.
+inline QnXmlLib16::CDateTime DateOf(const std::string& text)
+{
+    QnXmlLib16::CDateTime value(QnXmlLib16::dt_gMonthDay);
+    if (text.find('T') != std::string::npos)
+        value.ParseXSDDateTime(text.c_str());
+    else if (text.size() > 2 && text[2] == ':')
+        value.ParseXSDTime(text.c_str());
+    else
+        value.ParseXSDDate(text.c_str());
+    return value;
+}
+
+// How many of the beginnings of a text, the whole among them, the call takes; it refuses the
+// others. Each stands in a block of its exact size, so that a sanitizer sees a read beyond the end.
 template <class TCall>
 int CountBeginningsTaken(const std::string& text, TCall call)
 {
