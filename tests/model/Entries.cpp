@@ -76,6 +76,8 @@ CSmartPtr<CXmlObjectBase> MakeTool(CXmlElement* pElement)
         type("Hammer", Prim<CElementInfoSeqPrimMnd>("weight", 0, it_decimal));
     static const auto pSaw = type("Saw", Prim<CElementInfoSeqPrimMnd>("teeth", 0, it_i4));
     const std::string strType = CClassfactoryBase::GetElementType(pElement);
+    if (strType == "Drill")
+        throw CQnInvalidStateException("out of stock");
     const CTables* const pTables = strType == "Hammer" ? pHammer.get()
                                    : strType == "Saw"  ? pSaw.get()
                                                        : nullptr;

@@ -50,7 +50,8 @@ const CTables& Vice();
 // around it
 const CTables& Span();
 
-// The class that xsi:type names: Hammer (weight (0)) or Saw (teeth (0)). Null for any other.
+// The class that xsi:type names: Hammer (weight (0)) or Saw (teeth (0)). Fails with
+// CQnInvalidStateException "out of stock" for Drill; null for any other.
 QnXmlLib16::CSmartPtr<QnXmlLib16::CXmlObjectBase> MakeTool(QnXmlLib16::CXmlElement* pElement);
 
 CSheetCol* MakeVices(const char* pszName, int iMin = 0, int iMax = -1);
