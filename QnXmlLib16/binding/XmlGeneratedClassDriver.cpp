@@ -113,10 +113,10 @@ bool AskAndSkip(CElementInfo& entry, bool bMaySkip, const CSerializationContext&
 {
     const bool bInGroup = elementType != XmlElementType_Element;
     const CXmlElement* const pFirst = pCursor;
-    if (bInGroup && bMaySkip)
-        pCursor = CSiblingScan::SkipRefused(entry, pCursor);
     bool bHasTaken = false;
     for (;;) {
+        if (bInGroup && bMaySkip && !bHasTaken)
+            pCursor = CSiblingScan::SkipRefused(entry, pCursor);
         CXmlElement* const pAsked = pCursor;
         CSiblingScan::ForgetLastMismatch();
         const bool bDone =
@@ -304,7 +304,7 @@ CXmlElement* CXmlGeneratedClass::FromXml_Int(CXmlElement* pElement, CXmlElement*
         std::optional<CSiblingScan::CGroup> group;
         if (context.GetIgnoreUnknownElements()) {
             if (bHasElement)
-                scan.emplace();
+                scan.emplace(pCursor);
             else
                 group.emplace();
         }

@@ -35,8 +35,9 @@ void ReadElement(CXmlObjectBase& object, CXmlElement* pElement,
         throw CQnInvalidParamException("The element may not be NULL");
     // A setter may read one document in the middle of another, into a class without an element of
     // its own: what is found out about siblings then goes with their tree.
-    const CSiblingScan scan;
-    CXmlObjectBase::FromXml_Int(&object, pElement, pElement->GetFirstElement(), context);
+    CXmlElement* const pFirst = pElement->GetFirstElement();
+    const CSiblingScan scan(pFirst);
+    CXmlObjectBase::FromXml_Int(&object, pElement, pFirst, context);
 }
 
 } // namespace

@@ -439,4 +439,19 @@ TEST(UnknownElements, CostTheSameEachInFrontOfAnyGroup)
     const CTables late(kSeq, kPseudo, {Mnd("a", 0), Items("y", 1), Mnd("b", 2)}, {},
                        {HeldTexts(1, "y")});
     EXPECT_EQ(readHeld(late, strUnknown + "<a/>" + Repeat("<y/>", nCount)), "");
+    // Nor is anything forgotten where one class stands at two places, or inside itself.
+    const CTables beside(kSeq, kPseudo, {Held(0, true), Held(1, true), Mnd("c", 2)}, {},
+                         {HeldSheet(0, one), HeldSheet(1, one)});
+    const int nInside = beside.GetClassId() + 1;
+    const CTables inside(kSeq, kPseudo,
+                         {Mnd("b", 0),
+                          new CElementInfoSeqClsOpt("g", "", 1, kPseudo, MakeSheet, nInside),
+                          Mnd("c", 2)});
+    EXPECT_EQ(inside.GetClassId(), nInside);
+    for (const std::string& strXml :
+         {strUnknown + "<b/><x/><b/>", Repeat("<x/><b/>", 100) + strUnknown}) {
+        EXPECT_EQ(readHeld(beside, strXml), "");
+        EXPECT_EQ(readHeld(inside, strXml), "");
+        EXPECT_EQ(Read(CTables(kChoice, kReal, {Selected(0, inside)}), strXml, "xu"), "");
+    }
 }

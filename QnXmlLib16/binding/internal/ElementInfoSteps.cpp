@@ -339,7 +339,7 @@ bool CElementInfo::Steps::SeekInGroup(const CElementInfo& info, const ReadCall& 
         return false;
     const CXmlElement* const pFrom = *call.ppCursor;
     do
-        *call.ppCursor = (*call.ppCursor)->GetNextSiblingElement();
+        *call.ppCursor = CSiblingScan::SkipRefused(info, (*call.ppCursor)->GetNextSiblingElement());
     while (*call.ppCursor && !info.IsThisElement(call.context, *call.ppCursor));
     CSiblingScan::NoteRefused(info, pFrom, *call.ppCursor);
     return *call.ppCursor != nullptr;
