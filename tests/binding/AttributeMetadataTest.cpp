@@ -155,3 +155,13 @@ TEST(AttributeWriting, LeavesOutWhatIsAbsentOrADefaultOrHasNoText)
         EXPECT_EQ(WriteAttributes(*pSheet, true), row.noDefaults);
     }
 }
+
+TEST(AttributeWriting, NamesThePropertyThatFails)
+{
+    const CTables tables(kSequence, kReal, {}, {Attribute("a", 0, true, it_i4)});
+    const CSmartPtr<CSheet> pSheet(new CSheet(tables));
+    pSheet->m_before = [](int, bool) { throw CQnInvalidStateException("not now"); };
+    EXPECT_EQ(WriteAttributes(*pSheet),
+              kNotWritten + "CQnValidationException: Failed to get the property value for [a]. < "
+                            "CQnInvalidStateException: not now");
+}

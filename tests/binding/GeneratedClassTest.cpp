@@ -192,6 +192,17 @@ TEST(SimpleContent, IsConvertedByItsTypeOrReadAsItStands)
     EXPECT_EQ(ToText(*pSheet), "<r/>");
 }
 
+TEST(ElementTable, IsCountedAndSearchedByName)
+{
+    CXmlDocument document;
+    document.LoadXml("<r><a/><b/></r>");
+    CXmlElement* const pFirst = document.GetDocumentElement()->GetFirstElement();
+    const CSmartPtr<CSheet> pSheet(new CSheet(Nest()));
+    EXPECT_EQ(pSheet->GetClassElementInfoCount(), 1);
+    EXPECT_TRUE(pSheet->IsElementInList(kContext, pFirst));
+    EXPECT_FALSE(pSheet->IsElementInList(kContext, pFirst->GetNextSiblingElement()));
+}
+
 TEST(GroupType, OutOfRangeIsToldInDifferentWordsOnBothSides)
 {
     const CTables tables(static_cast<XmlElementGroupType>(3), kReal, {});

@@ -251,6 +251,9 @@ void ExpectDatesOfOneKind(DTType kind, const std::string& strKind)
                   n == kind ? "none" : strFailure + strKind);
     EXPECT_EQ(sink.TakeHeard(), "1(0) 2(1) 0(1) ") << strKind << ", the others before any event";
     EXPECT_EQ(pCol->Item(0).GetType(), kind);
+    pCol->Remove(0);
+    EXPECT_EQ(sink.TakeHeard(), "3:0(1) 4:0(0) 0(0) ");
+    EXPECT_EQ(pCol->GetCount(), 0);
 }
 
 TEST(ValueCollection, DatesAreOfOneKind)

@@ -44,6 +44,8 @@ TEST(FastInfosetWriter, AGeneratedVocabularyIsNamedAndUsed)
         context.SetExternalVocabularyURI("urn:v");
     }
     EXPECT_EQ(Read(Bytes("E0 00 00 01 00 3C 80 F0"), context), "r"); // local name 1
+    context.GetVocabulary()->AddElement("p", "urn:g", "g");
+    EXPECT_EQ(Read(Bytes("E0 00 00 01 00 01 F0"), context), "{urn:g}g"); // element name 2
     context.SetUseGeneratedVocabulary(false);
     EXPECT_EQ(Read(Bytes("E0 00 00 01 00 3C 80 F0"), context),
               "<Failed to parse FastInfoset. Index out of range.>");
@@ -261,6 +263,7 @@ TEST(FastInfosetWriter, NamesAndValuesGoByMapsOfACaller)
             w.NonIdentifyingStringOrIndexBit3(0x80, "2", mapValues, 6, it_string);
         }
         w.NonIdentifyingStringOrIndexBit1("", mapValues, 6, it_string);
+        EXPECT_EQ(w.AppendRestrictedAlphabetString(1, "1e2 "), CBinaryData("\x1D\x2E"));
     });
     // The first time: prefix, namespace and local name; value 17; namespace 2 and local name 1; a
     // chunk for the table. Then indexes.

@@ -65,6 +65,11 @@ TEST(Compression, OfDataThatDoesNotShrinkFailsAndKeepsTheData)
                                     strText == "a" ? "Failed to compress data. [Error Code: -5]"
                                                    : "Failed to compress data. [Error Code: 0]");
         EXPECT_EQ(data, shared);
+        auto pBlock = std::make_unique<unsigned char[]>(strText.size());
+        unsigned char* pRaw = pBlock.get();
+        unsigned long ulLength = strText.size();
+        EXPECT_THROW(CQnZip::Compress(&pRaw, &ulLength, CompressionType_GZip), CQnException);
+        EXPECT_TRUE(pRaw == pBlock.get() && ulLength == strText.size());
     }
 }
 

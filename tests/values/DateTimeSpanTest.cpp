@@ -94,6 +94,10 @@ TEST(DurationFields, AreMagnitudesUnderOneSign)
     span.SetMilliSeconds(5000);
     span.SetNanoSeconds(1);
     EXPECT_EQ(span.ToString(), "P1Y13M32DT25H61M62.5000000001S");
+    span.SetDateTimeSpan(1, 2, 3, 4, 5, 6);
+    EXPECT_EQ(span.ToString(), "P1Y2M3DT4H5M6S");
+    span.SetDateTimeSpan(7, 8, 9);
+    EXPECT_EQ(span.ToString(), "PT7H8M9S");
     // An empty one is printed as what the parser refuses.
     EXPECT_EQ(CDateTimeSpan().GetAsNegative().ToString(), "-P");
 }

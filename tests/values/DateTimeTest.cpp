@@ -147,6 +147,17 @@ TEST(DateConstruction, AnImpossibleDateIsUnset)
     const long now = CDateTime::GetCurrentTime().GetTime();
     EXPECT_TRUE(before <= now && now <= std::time(nullptr));
 
+    EXPECT_EQ(CDateTime(2001, 1, 1, 24, 0, 0).GetType(), dt_yearZero);
+    CDateTime part;
+    part.SetGYearMonth(1, 2);
+    EXPECT_EQ(part.ToString(), "0001-02");
+    (part = CDateTime()).SetGYear(1);
+    EXPECT_EQ(part.ToString(), "0001");
+    (part = CDateTime()).SetGMonth(2);
+    EXPECT_EQ(part.ToString(), "--02");
+    (part = CDateTime()).SetFracTime(0, 70, 0);
+    EXPECT_EQ(part.ToString(), "00:00:00.00007");
+
     // A setter refuses another kind.
     CDateTime date;
     EXPECT_THROW(date.SetDate(2001, 2, 30), CQnInvalidValueException);

@@ -2,6 +2,7 @@
 #include "QnXmlLib16/xml/XmlDocument.h"
 #include "QnXmlLib16/xml/XmlElement.h"
 #include "tests/collections/Recorders.h"
+#include "tests/xml/TreeLine.h"
 
 #include <gtest/gtest.h>
 
@@ -42,6 +43,27 @@ TEST(TreeElements, OutliveTheirDocument)
         AddChild(*pElement, "urn:late", "d")->AddAttribute("y", "2", "");
         EXPECT_EQ(pElement->GetFirstElement()->GetNextSiblingElement()->GetXPath(), "/b/d");
     }
+}
+
+TEST(TreeElements, AreBuiltByHandToo)
+{
+    CXmlElement element(nullptr, nullptr);
+    element.SetElementName("a");
+    element.AppendText("one ");
+    AddChild(element, "urn:b", "b")->AppendText("child");
+    element.AppendText("two three", 3);
+    element.AppendText("never", 0);
+    element.AppendText(nullptr);
+    element.AddAttribute("id", "plain", "");
+    element.AddAttribute("id", "in x", "urn:x");
+    EXPECT_EQ(TreeLine(element), "a[id='plain'][{urn:x}id='in x'] 'one two' ({urn:b}b 'child')");
+    EXPECT_EQ(element.GetAttribute("id", nullptr), "plain");
+    EXPECT_EQ(element.GetAttribute(std::string("id"), std::string("urn:x")), "in x");
+    EXPECT_EQ(&element.GetAttribute("id", "urn:y"), &element.GetAttribute("none", ""));
+
+    CXmlDocument document;
+    document.AddElementAttribute(document.AddDocElement("", "r"), "id", nullptr, "urn:x");
+    EXPECT_EQ(TreeLine(*document.GetDocumentElement()), "r[{urn:x}id='']");
 }
 
 TEST(TreePaths, CountTheChildrenOfTheSamePrefixedName)
