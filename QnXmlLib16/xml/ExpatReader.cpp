@@ -25,7 +25,8 @@ namespace {
 constexpr char kSeparator = '|'; // between the URI and the local name; no name holds it
 // Behind each piece but the last one Expat counts the lines of it once more, which costs more time
 // than its copy of the whole input: a large document goes in at once, from 1 GiB on, where Expat
-// has no room for a piece, in parts. In a small one the time is short and the copy weighs more.
+// has no room for a piece, in parts. In a small one the time is short and the copy weighs more,
+// unless it is the only one, as the document has lent its buffer.
 constexpr std::size_t kSmallDocument = std::size_t{1} << 20;
 constexpr std::size_t kSmallPieceSize = std::size_t{32} << 10;
 constexpr std::size_t kLargePieceSize = std::size_t{512} << 20;
@@ -48,7 +49,9 @@ CExpatReader::CExpatReader(CXmlDocument& document)
     : CInstanceMonitor("CExpatReader"),
       m_pDocument(&document),
       m_pNames(new CXmlNameTable),
-      m_nPieceSize(document.GetBufferLength() < kSmallDocument ? kSmallPieceSize : kLargePieceSize)
+      m_nPieceSize(document.GetBufferLength() < kSmallDocument && !document.m_bLentBuffer
+                       ? kSmallPieceSize
+                       : kLargePieceSize)
 {}
 
 CExpatReader::~CExpatReader() = default;
@@ -156,6 +159,17 @@ const CXmlName* CExpatReader::LookUpName(const char* pszName)
     return pName;
 }
 
+// The text of an element that was opened since begins at the end of the others. The element-done
+// function may open and close elements too, but meets no text that is not in its element yet.
+inline void CExpatReader::FindTextStarts()
+{
+    const std::size_t nOpen = m_pDocument->m_vecElementStack.size();
+    if (m_vecTextStarts.size() + 1 == nOpen)
+        m_vecTextStarts.push_back(m_nOpenTexts);
+    else if (m_vecTextStarts.size() != nOpen)
+        m_vecTextStarts.resize(nOpen, m_nOpenTexts);
+}
+
 void CExpatReader::StartElement(const char* pszName, const char** ppszAttributes)
 {
     // The function that is shown the new element once it is done may look at those around it.
@@ -190,14 +204,15 @@ void CExpatReader::EndElement()
     if (m_bCollectsTexts) {
         FindTextStarts();
         MoveInnermostText();
+        if (!m_vecTextStarts.empty())
+            m_vecTextStarts.pop_back();
     }
     m_pDocument->EndElement();
 }
 
 void CExpatReader::Text(const char* pText, std::size_t nLength)
 {
-    CXmlElement* pElement = m_pDocument->GetInnermostElement();
-    if (!pElement)
+    if (m_pDocument->m_vecElementStack.empty())
         throw CQnInvalidStateException("No element is open.");
     if (!IsPlainText(pText, nLength)) {
         ToLocalCodePage(pText, nLength);
@@ -206,7 +221,7 @@ void CExpatReader::Text(const char* pText, std::size_t nLength)
         nLength = strnlen(pText, m_strScratch.size());
     }
     if (!m_bCollectsTexts) {
-        pElement->m_strText.append(pText, nLength);
+        m_pDocument->GetInnermostElement()->m_strText.append(pText, nLength);
         return;
     }
     FindTextStarts();
@@ -214,15 +229,6 @@ void CExpatReader::Text(const char* pText, std::size_t nLength)
         m_strOpenTexts.resize(2 * m_strOpenTexts.size() + nLength);
     CopyBytes(m_strOpenTexts.data() + m_nOpenTexts, pText, nLength);
     m_nOpenTexts += nLength;
-}
-
-// The text of an element that was opened since begins at the end of the others. The element-done
-// function may open and close elements too, but meets no text that is not in its element yet.
-void CExpatReader::FindTextStarts()
-{
-    const std::size_t nOpen = m_pDocument->m_vecElementStack.size();
-    if (m_vecTextStarts.size() != nOpen)
-        m_vecTextStarts.resize(nOpen, m_nOpenTexts);
 }
 
 void CExpatReader::MoveInnermostText()

@@ -45,7 +45,7 @@ public:
 
     // The number of bytes handed to Expat in one call, which copies them and can't take more than
     // INT_MAX. It doubles while a token is larger than that. At least 1; the default is 32 KiB
-    // for documents below 1 MiB and 512 MiB for others.
+    // for documents below 1 MiB that hold a copy of the input, and 512 MiB for others.
     void SetPieceSize(std::size_t nBytes);
 
     static void FnStartElement(void* pUserData, const char* pszName, const char** ppszAttributes);

@@ -153,6 +153,7 @@ private:
     std::map<std::string, std::string> m_mapAliases;
     unsigned char* m_pBuffer = nullptr; // owned, from array new
     unsigned long m_iBufferLength = 0;
+    bool m_bLentBuffer = false; // somebody else's, which costs this document no memory
     SchemaType m_eSchemaType = SchemaType_Default;
     ElementDoneFunction m_pfnElementDone = nullptr;
     const CSerializationContext* m_pContext; // not owned

@@ -80,6 +80,7 @@ public:
         : m_document(document)
     {
         m_document.SetBuffer(const_cast<unsigned char*>(pData), nLength); // only read from
+        m_document.m_bLentBuffer = true;
     }
     CLentBuffer(const CLentBuffer&) = delete;
     CLentBuffer& operator=(const CLentBuffer&) = delete;
@@ -87,6 +88,7 @@ public:
     {
         m_document.m_pBuffer = nullptr;
         m_document.m_iBufferLength = 0;
+        m_document.m_bLentBuffer = false;
     }
 
 private:

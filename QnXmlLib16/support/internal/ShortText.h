@@ -28,9 +28,17 @@ inline void CopyBytes(char* pTo, const char* pFrom, std::size_t nLength)
         std::memcpy(pTo, pFrom, 8);
         std::memcpy(pTo + nLength - 8, &uLast, 8);
     }
-    else {
-        for (std::size_t i = 0; i < nLength; ++i)
-            pTo[i] = pFrom[i];
+    else if (nLength >= 4) {
+        const std::uint32_t uLast = LoadUnit<std::uint32_t>(pFrom + nLength - 4);
+        std::memcpy(pTo, pFrom, 4);
+        std::memcpy(pTo + nLength - 4, &uLast, 4);
+    }
+    else if (nLength > 0) {
+        const char cLast = pFrom[nLength - 1];
+        const char cMiddle = pFrom[nLength / 2];
+        pTo[0] = pFrom[0];
+        pTo[nLength / 2] = cMiddle;
+        pTo[nLength - 1] = cLast;
     }
 }
 

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -19,8 +18,9 @@ inline bool IsPlainText(const char* pText, std::size_t nLength)
         return bytes | ((returns - kOnes) & ~returns) | ((bytes - kOnes) & ~bytes);
     };
     if (nLength < 4) {
-        return std::all_of(pText, pText + nLength,
-                           [](char c) { return static_cast<signed char>(c) > 0 && c != '\r'; });
+        const auto isPlain = [](char c) { return static_cast<signed char>(c) > 0 && c != '\r'; };
+        return nLength == 0 ||
+               (isPlain(pText[0]) && isPlain(pText[nLength / 2]) && isPlain(pText[nLength - 1]));
     }
     if (nLength < 8) {
         std::uint32_t first;
