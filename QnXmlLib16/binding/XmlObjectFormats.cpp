@@ -65,6 +65,13 @@ private:
     const bool m_bBefore;
 };
 
+class CInput : public CXmlDocument
+{
+public:
+    using CXmlDocument::CXmlDocument;
+    using CXmlDocument::LoadJsonInPlace;
+};
+
 } // namespace
 
 void CXmlObjectBase::ToFastInfosetFile(const char* pszPath, FInfoDecl declaration,
@@ -137,8 +144,7 @@ void CXmlObjectBase::FromJsonFile(const char* pszPath, const CSerializationConte
 void CXmlObjectBase::FromJson(const char* pszJson, const CSerializationContext& context)
 {
     CLicenceGate::GetGate()->Consult();
-    CXmlDocument document(context);
-    FromJson_Int(document.LoadJson(pszJson), context);
+    FromJson_Int(CInput(context).LoadJsonInPlace(pszJson), context);
 }
 
 void CXmlObjectBase::FromJson(const wchar_t* pszJson, const CSerializationContext& context)

@@ -28,11 +28,18 @@ bool EndsRun(char c)
 } // namespace
 
 CJsonTextReader::CJsonTextReader(const std::string& strText)
+    : CJsonTextReader(strText.data(), strText.size())
+{
+    m_pText = &strText;
+}
+
+CJsonTextReader::CJsonTextReader(const char* pText, std::size_t nLength)
     : CInstanceMonitor("CJsonTextReader"),
       m_pHandler(new CJsonReaderDefaultHandler),
       m_iMaxDepth(kMaxDepth),
       m_bAllowComments(true),
-      m_pText(&strText),
+      m_pText(nullptr),
+      m_text(pText, nLength),
       m_iPos(0),
       m_chCurrent('\0'),
       m_bEof(false),
@@ -54,7 +61,9 @@ IErrorPathProvider& CJsonTextReader::GetErrorPathProvider()
 
 void CJsonTextReader::Read()
 {
-    if (m_pText->size() > static_cast<std::size_t>(INT_MAX))
+    if (m_pText)
+        m_text = *m_pText;
+    if (m_text.size() > static_cast<std::size_t>(INT_MAX))
         throw CQnException("The JSON text is too long.");
     m_iPos = 0;
     m_bEof = false;
@@ -78,8 +87,8 @@ void CJsonTextReader::Read()
 // the text.
 inline bool CJsonTextReader::ReadNextChar(bool bSkipSpace)
 {
-    const char* const pText = m_pText->data();
-    const int iLength = static_cast<int>(m_pText->size());
+    const char* const pText = m_text.data();
+    const int iLength = static_cast<int>(m_text.size());
     while (m_iPos < iLength) {
         const char c = pText[m_iPos++];
         ++m_iColumn;
@@ -103,8 +112,8 @@ inline bool CJsonTextReader::ReadNextChar(bool bSkipSpace)
 
 bool CJsonTextReader::ReadNextChars(char* pBuffer, int iCount)
 {
-    const int iTaken = std::min(iCount, static_cast<int>(m_pText->size()) - m_iPos);
-    std::memcpy(pBuffer, m_pText->data() + m_iPos, static_cast<std::size_t>(iTaken));
+    const int iTaken = std::min(iCount, static_cast<int>(m_text.size()) - m_iPos);
+    std::memcpy(pBuffer, m_text.data() + m_iPos, static_cast<std::size_t>(iTaken));
     m_iPos += iTaken;
     m_iColumn += iTaken;
     if (iTaken < iCount) {
@@ -119,8 +128,8 @@ bool CJsonTextReader::ReadNextChars(char* pBuffer, int iCount)
 // is no comment stays, so that the "/" is reported at its own position.
 bool CJsonTextReader::SkipComments()
 {
-    const char* const pText = m_pText->data();
-    const int iLength = static_cast<int>(m_pText->size());
+    const char* const pText = m_text.data();
+    const int iLength = static_cast<int>(m_text.size());
     if (m_iPos == iLength || (pText[m_iPos] != '/' && pText[m_iPos] != '*'))
         return false;
     const bool bBlock = pText[m_iPos++] == '*';
@@ -248,8 +257,8 @@ void CJsonTextReader::ReadArray(int iDepth)
 // From the opening quote on; m_strToken is the value.
 void CJsonTextReader::ReadString()
 {
-    const char* const pText = m_pText->data();
-    const int iLength = static_cast<int>(m_pText->size());
+    const char* const pText = m_text.data();
+    const int iLength = static_cast<int>(m_text.size());
     bool bZeroByte = false;
     m_strToken.clear();
     for (;;) {

@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <memory>
 #include <string>
+#include <string_view>
 
 namespace QnXmlLib16 {
 
@@ -47,8 +48,14 @@ public:
     // leaves one open, and for an XML text of 2 GiB or more.
     static CBinaryData ConvertJsonToXml(const std::string& strText,
                                         const CSerializationContext& context);
+    static CBinaryData ConvertJsonToXml(const char* pText, std::size_t nLength,
+                                        const CSerializationContext& context);
 
 private:
+    CJsonTextReader(const char* pText, std::size_t nLength);
+
+    static CBinaryData Convert(CJsonTextReader& reader, const CSerializationContext& context);
+
     bool ReadNextChar(bool bSkipSpace);
     bool ReadNextChars(char* pBuffer, int iCount);
     bool SkipComments();
@@ -71,7 +78,8 @@ private:
     int m_iMaxDepth;
     bool m_bAllowComments;
     std::string m_strRootElementName;
-    const std::string* m_pText; // not owned
+    const std::string* m_pText; // not owned; null if m_text is all there is
+    std::string_view m_text;    // what is read
     int m_iPos;                 // of the next character
     char m_chCurrent;           // the last character read; no news once m_bEof is set
     bool m_bEof;

@@ -33,10 +33,22 @@ public:
 CBinaryData CJsonTextReader::ConvertJsonToXml(const std::string& strText,
                                               const CSerializationContext& context)
 {
+    CJsonTextReader reader(strText);
+    return Convert(reader, context);
+}
+
+CBinaryData CJsonTextReader::ConvertJsonToXml(const char* pText, std::size_t nLength,
+                                              const CSerializationContext& context)
+{
+    CJsonTextReader reader(pText, nLength);
+    return Convert(reader, context);
+}
+
+CBinaryData CJsonTextReader::Convert(CJsonTextReader& reader, const CSerializationContext& context)
+{
     const CJsonContext& settings = context.GetJsonContext();
     CConversionStream stream;
     CXmlTextWriter writer(stream);
-    CJsonTextReader reader(strText);
     CJsonReaderToXmlHandler handler(writer, settings.GetSupportRoundtrip(),
                                     reader.GetErrorPathProvider());
     reader.SetJsonReaderHandler(&handler);

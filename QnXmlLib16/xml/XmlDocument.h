@@ -121,10 +121,11 @@ public:
     void SetAlias(const char* pszPrefix, const char* pszNamespace);
 
 protected:
-    // As LoadXml and LoadXmlStream, but for the copy: the text is parsed where it lies, unless it
+    // As LoadXml, LoadXmlStream and LoadJson, but for the copy: the text is parsed where it lies, unless it
     // is compressed, and must not change meanwhile. The document is left without a buffer.
     void LoadXmlInPlace(const char* pszXml);
     void LoadXmlStreamInPlace(const unsigned char* pData, unsigned long nLength);
+    CBinaryData LoadJsonInPlace(const char* pszJson);
 
     // Replaces the buffer by nLength bytes from array new; takes them over.
     void SetBuffer(unsigned char* pBuffer, unsigned long nLength);
@@ -140,9 +141,9 @@ private:
 
     CXmlElement* AddDocElement(const CXmlName* pName);
     CXmlElement* AddChildElement(const CXmlName* pName);
+    CBinaryData ConvertJson(const char* pText, unsigned long nLength);
     void StoreFile(const char* pszPath);
     void StoreCopy(const void* pData, unsigned long nLength, const char* pszIfEmpty);
-    CBinaryData ConvertJson(const std::string& strJson);
     void Parse();
     void ParsePlain();
     void ParseText();

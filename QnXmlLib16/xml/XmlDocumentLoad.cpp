@@ -138,9 +138,10 @@ CBinaryData CXmlDocument::LoadJsonFile(const char* pszPath)
     return ParseJson();
 }
 
+// A copy, as the text may lie in this document.
 CBinaryData CXmlDocument::LoadJson(const char* pszJson)
 {
-    return ConvertJson(pszJson ? pszJson : "");
+    return LoadJsonInPlace(std::string(pszJson ? pszJson : "").c_str());
 }
 
 // Deliberate: the bytes of the wide characters are taken as they lie in memory, so the reader
@@ -149,8 +150,9 @@ CBinaryData CXmlDocument::LoadJson(const char* pszJson)
 CBinaryData CXmlDocument::LoadJson(const wchar_t* pszJson)
 {
     const wchar_t* const pszText = pszJson ? pszJson : L"";
-    return ConvertJson(std::string(reinterpret_cast<const char*>(pszText),
-                                   std::wcslen(pszText) * sizeof(wchar_t)));
+    const std::string strBytes(reinterpret_cast<const char*>(pszText),
+                               std::wcslen(pszText) * sizeof(wchar_t));
+    return ConvertJson(strBytes.data(), strBytes.size());
 }
 
 CBinaryData CXmlDocument::LoadJsonStream(const unsigned char* pData, unsigned long nLength)
@@ -180,13 +182,17 @@ void CXmlDocument::StoreCopy(const void* pData, unsigned long nLength, const cha
     SetBuffer(pBytes.release(), nLength);
 }
 
-// A copy, as the text may lie in this document.
-CBinaryData CXmlDocument::ConvertJson(const std::string& strJson)
+CBinaryData CXmlDocument::LoadJsonInPlace(const char* pszJson)
+{
+    return ConvertJson(pszJson, pszJson ? std::strlen(pszJson) : 0);
+}
+
+CBinaryData CXmlDocument::ConvertJson(const char* pText, unsigned long nLength)
 {
     Cleanup();
-    if (strJson.empty())
+    if (nLength == 0)
         throw CQnException("JSON String is empty!");
-    return CJsonTextReader::ConvertJsonToXml(strJson, *m_pContext);
+    return CJsonTextReader::ConvertJsonToXml(pText, nLength, *m_pContext);
 }
 
 CBinaryData CXmlDocument::ParseJson()
