@@ -22,14 +22,13 @@ class CXmlName;
 // read over, a vocabulary carried in the document included, so that its indexes are refused.
 //
 // A reader serves one Parse. Its stack does not grow with the depth of the document, and memory is
-// taken for what has been read only: indexes of values may stand for 64 MiB of text, or for 256
-// times the size of the document if that is more.
+// taken for what has been read only: indexes of values and inside names may stand for 64 MiB of
+// text, or for 256 times the size of the document if that is more.
 class QNXML_API CFastInfosetReader : public CInstanceMonitor
 {
 public:
-    // Neither argument is owned; both must outlive the reader. The vocabulary, made once the input
-    // is known to be Fast Infoset, is a copy of the context's where that says so, else an empty
-    // one.
+    // Neither argument is owned; both must outlive the reader. The vocabulary is a copy of the
+    // context's, taken here, where that says so, else an empty one.
     CFastInfosetReader(const CFastInfosetContext& context, CXmlDocument& document);
     CFastInfosetReader(const CFastInfosetReader&) = delete;
     CFastInfosetReader& operator=(const CFastInfosetReader&) = delete;

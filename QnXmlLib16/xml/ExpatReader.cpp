@@ -152,8 +152,8 @@ const CXmlName* CExpatReader::LookUpName(const char* pszName)
     const std::size_t nLocal = nBar == std::string_view::npos ? 0 : nBar + 1;
     const std::string& strLocal = ToLocalCodePage(pszName + nLocal, key.size() - nLocal);
     const CXmlName* pName = m_pDocument->m_pStore->GetName(strLocal, strNamespace);
-    // Expat spells the namespace out in every name: with a long one, many names would take much more
-    // memory than the document.
+    // Expat spells the namespace out in every name: with a long one, many names would take much
+    // more memory than the document.
     if (key.size() <= kLongestKeptName)
         m_pNames->Add(key, pName);
     return pName;

@@ -121,8 +121,9 @@ public:
     void SetAlias(const char* pszPrefix, const char* pszNamespace);
 
 protected:
-    // As LoadXml, LoadXmlStream and LoadJson, but for the copy: the text is parsed where it lies, unless it
-    // is compressed, and must not change meanwhile. The document is left without a buffer.
+    // As LoadXml, LoadXmlStream and LoadJson, but for the copy: the text, which must not lie in
+    // this document, is parsed where it lies, unless it is compressed, and must not change
+    // meanwhile. The document is left without a buffer.
     void LoadXmlInPlace(const char* pszXml);
     void LoadXmlStreamInPlace(const unsigned char* pData, unsigned long nLength);
     CBinaryData LoadJsonInPlace(const char* pszJson);
