@@ -1,6 +1,7 @@
 // Input that is no document any more, announces more than it holds, goes deep or repeats itself:
 // each is read or refused in words that are known, in linear time and on a small stack.
 
+#include "QnXmlLib16/support/QnZip.h"
 #include "tests/fastinfoset/FiTools.h"
 #include "tests/model/Failure.h"
 #include "tests/support/SmallStack.h"
@@ -223,8 +224,22 @@ TEST(DamagedDocuments, DepthCostsNoStack)
     });
 }
 
-TEST(DamagedDocuments, ALoadThatFailsTriesNoOtherFormat)
+TEST(DamagedDocuments, ALoadFindsTheFormatFromTheDataAndTriesNoOther)
 {
+    const auto load = [](const std::string& str) {
+        CXmlDocument compressed;
+        Load(compressed, str);
+        return TreeLine(*compressed.GetDocumentElement());
+    };
+    const std::string strDocument = Bytes("E0 00 00 01 00 3C 00 'a' 93 00 00 00 F1 500*'y' F0");
+    for (const CompressionType eType : {CompressionType_GZip, CompressionType_ZLib}) {
+        CBinaryData data = ToData(strDocument);
+        CQnZip::CompressData(data, eType);
+        const std::string strPacked = ToText(data);
+        EXPECT_EQ(load(strPacked + "more"), "a '" + std::string(500, 'y') + "'");
+        for (std::size_t n = 0; n < strPacked.size(); ++n)
+            EXPECT_THROW(load(strPacked.substr(0, n)), CQnException) << n;
+    }
     const std::string strBytes = Bytes("E0 00 00 01 00 '<r/>'");
     CXmlDocument document;
     Model::ExpectFailure<CQnException>([&] { Load(document, strBytes); },
