@@ -1,6 +1,7 @@
 #include "QnXmlLib16/binding/SerializationContext.h"
 #include "QnXmlLib16/binding/XmlObjectBase.h"
 #include "QnXmlLib16/binding/internal/EntryRoads.h"
+#include "QnXmlLib16/binding/internal/Input.h"
 #include "QnXmlLib16/fastinfoset/FastInfosetWriter.h"
 #include "QnXmlLib16/json/JsonContext.h"
 #include "QnXmlLib16/json/JsonTextWriter.h"
@@ -10,7 +11,6 @@
 #include "QnXmlLib16/support/Functions.h"
 #include "QnXmlLib16/support/TextStream.h"
 #include "QnXmlLib16/values/BinaryData.h"
-#include "QnXmlLib16/xml/XmlDocument.h"
 
 namespace QnXmlLib16 {
 
@@ -63,13 +63,6 @@ private:
 
     CSerializationContext& m_context;
     const bool m_bBefore;
-};
-
-class CInput : public CXmlDocument
-{
-public:
-    using CXmlDocument::CXmlDocument;
-    using CXmlDocument::LoadJsonInPlace;
 };
 
 } // namespace

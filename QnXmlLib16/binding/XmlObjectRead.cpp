@@ -1,32 +1,16 @@
 #include "QnXmlLib16/binding/SerializationContext.h"
 #include "QnXmlLib16/binding/XmlObjectBase.h"
+#include "QnXmlLib16/binding/internal/Input.h"
 #include "QnXmlLib16/binding/internal/SiblingScan.h"
 #include "QnXmlLib16/collections/Element.h"
 #include "QnXmlLib16/licensing/LicenceGate.h"
 #include "QnXmlLib16/support/Exceptions.h"
 #include "QnXmlLib16/values/BinaryData.h"
-#include "QnXmlLib16/xml/XmlDocument.h"
 #include "QnXmlLib16/xml/XmlElement.h"
 
 namespace QnXmlLib16 {
 
 namespace {
-
-// Nothing in the tree is a part of the text that it was read from, which therefore goes as soon as
-// the tree stands: at the peak of memory, when the objects are complete, it is not there.
-class CInput : public CXmlDocument
-{
-public:
-    using CXmlDocument::CXmlDocument;
-    using CXmlDocument::LoadXmlInPlace;
-    using CXmlDocument::LoadXmlStreamInPlace;
-
-    CXmlElement* TakeDocumentElement()
-    {
-        SetBuffer(nullptr, 0);
-        return GetDocumentElement();
-    }
-};
 
 void ReadElement(CXmlObjectBase& object, CXmlElement* pElement,
                  const CSerializationContext& context)
